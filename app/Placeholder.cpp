@@ -1,0 +1,1 @@
+int zt_placeholder = 0;

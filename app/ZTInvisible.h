@@ -1,0 +1,79 @@
+// The application object: the state of the one run that a process performs.
+#pragma once
+
+#include "components/Automation.h"
+#include "components/contracts/Administration.h"
+#include "components/contracts/Handlers.h"
+#include "components/contracts/Kernel.h"
+#include "framework/WinApp.h"
+
+#include <comdef.h>
+#include <wrl/client.h>
+
+#include <cstdint>
+#include <string>
+
+namespace zt {
+
+class CStatusDispSite;
+
+// Classes of a specification, with the values that the components know them by.
+enum class SpecificationClass : std::int32_t { Ipc = 0, Proc = 1, Trng = 2, Text = 3, Illus = 4 };
+
+// x (low 16 bits) 85, y (high 16 bits) 15.
+constexpr std::uint32_t DefaultAxesPosition = 0x000F0055;
+
+class CZTInvisible : public CWinApp {
+  public:
+    CZTInvisible();
+    ~CZTInvisible() override;
+
+    // Performs the whole run that the arguments ask for (arguments[0] is the program) and tells its
+    // outcome by the log, the status files and the content-management client. An exception of a
+    // kind that no Part of the program raises on purpose leaves it.
+    void Execute(int count, wchar_t** arguments);
+
+    // Appends the formatted text ("%s" is a wide text) to the log file, when the run has one. The
+    // text carries its own line end. A text that cannot be written is dropped.
+    void Log(const wchar_t* format, ...);
+
+    // Reports one failure: to the log and to the content-management client, the "_ERROR" status
+    // file or standard output.
+    void LogError(const wchar_t* message);
+
+    // Ends the use of the kernel and of the configuration, in this order, and clears the references.
+    void ShutDownKernel();
+
+    // ---- the run's state ----
+
+    bool m_bNotify = false;
+    bool m_bPackage = false;
+    bool m_bPublish = false;
+    bool m_bUpdateDoc = false;
+    bool m_bNewRevision = false;
+    std::wstring m_strExchangePath; // without a trailing backslash once the run has started
+    std::wstring m_strStatusBase;   // empty without a status id
+    std::wstring m_strLogFile;      // empty without a log
+
+    // Folder of the attached document.
+    std::wstring m_strDocumentFolder;
+    // Identifier of the imported project inside the configuration.
+    _bstr_t m_bstrImportedProjectId;
+    _bstr_t m_bstrDocumentHandler;
+    _bstr_t m_bstrLanguage;
+    _bstr_t m_bstrAxesModelPath;
+    _bstr_t m_bstrPublicationLocation;
+    SpecificationClass m_specificationClass = SpecificationClass::Ipc;
+    std::uint32_t m_axesPosition = DefaultAxesPosition;
+
+    // Holds the product information as well.
+    ComPtr<CStatusDispSite> m_pStatusSite;
+    ComPtr<KernelAdmin> m_pKernelAdmin;
+    ComPtr<IUnknown> m_pSequenceNumberHandler;
+    ComPtr<IUnknown> m_pNotificationHandler;
+    ComPtr<ExportHandler> m_pExportHandler;
+    ComPtr<KernelProject> m_pKernelProject;
+    AutomationObject<Configuration> m_configuration;
+};
+
+} // namespace zt

@@ -1,0 +1,21 @@
+# Settings that every target takes: zt_compiler_settings everywhere, zt_windows_settings for the
+# targets that call Windows.
+add_library(zt_compiler_settings INTERFACE)
+target_include_directories(zt_compiler_settings INTERFACE ${PROJECT_SOURCE_DIR})
+target_compile_options(zt_compiler_settings INTERFACE -Wall -Wextra -Wpedantic -Werror)
+target_compile_definitions(zt_compiler_settings INTERFACE $<$<CONFIG:Debug>:_GLIBCXX_ASSERTIONS>)
+if(ZT_SANITIZE)
+  set(zt_sanitizers -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  target_compile_options(zt_compiler_settings INTERFACE ${zt_sanitizers})
+  target_link_options(zt_compiler_settings INTERFACE ${zt_sanitizers})
+endif()
+
+if(WIN32)
+  add_library(zt_windows_settings INTERFACE)
+  target_link_libraries(
+    zt_windows_settings
+    INTERFACE zt_compiler_settings ole32 oleaut32 uuid shell32 version ws2_32 advapi32 user32 gdi32)
+  target_compile_definitions(
+    zt_windows_settings INTERFACE UNICODE _UNICODE NOMINMAX WIN32_LEAN_AND_MEAN _WIN32_WINNT=0x0601)
+  target_link_options(zt_windows_settings INTERFACE -static -municode)
+endif()

@@ -1,0 +1,16 @@
+# GoogleTest from the machine's own sources, built with the toolchain at hand.
+include(GoogleTest)
+find_path(ZT_GOOGLETEST_SOURCES googletest/CMakeLists.txt PATHS /usr/src/googletest
+          NO_CMAKE_FIND_ROOT_PATH REQUIRED)
+set(gtest_force_shared_crt ON CACHE BOOL "" FORCE)
+set(INSTALL_GTEST OFF CACHE BOOL "" FORCE)
+add_subdirectory(${ZT_GOOGLETEST_SOURCES} ${PROJECT_BINARY_DIR}/googletest EXCLUDE_FROM_ALL)
+
+# zt_add_tests(NAME target SOURCES ... LIBRARIES ...)
+function(zt_add_tests)
+  cmake_parse_arguments(arg "" "NAME" "SOURCES;LIBRARIES" ${ARGN})
+  add_executable(${arg_NAME} ${arg_SOURCES})
+  target_link_libraries(${arg_NAME} PRIVATE ${arg_LIBRARIES} GTest::gmock)
+  gtest_discover_tests(${arg_NAME} TEST_PREFIX "${arg_NAME}." DISCOVERY_MODE PRE_TEST
+                       DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 120)
+endfunction()

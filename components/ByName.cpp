@@ -1,0 +1,85 @@
+#include "components/ByName.h"
+
+#include "framework/Exceptions.h"
+
+#include <comdef.h>
+
+namespace zt {
+
+namespace {
+
+bool IsPutByReferenceFirst(VARTYPE type) {
+    return type == VT_DISPATCH || type == VT_UNKNOWN || (type & (VT_ARRAY | VT_BYREF)) != 0;
+}
+
+HRESULT Put(IDispatch* object, DISPID id, WORD kind, const VARIANT& value) {
+    VARIANTARG argument = value;
+    DISPID putName = DISPID_PROPERTYPUT;
+    DISPPARAMS parameters = {&argument, &putName, 1, 1};
+    ExceptionInfo info;
+    return object->Invoke(id, IID_NULL, NameLocale, kind, &parameters, nullptr, &info, nullptr);
+}
+
+} // namespace
+
+HRESULT FindName(IDispatch* object, const wchar_t* name, DISPID* id) {
+    *id = DISPID_UNKNOWN;
+    if (object == nullptr)
+        return E_INVALIDARG;
+    wchar_t* names[] = {const_cast<wchar_t*>(name)};
+    return object->GetIDsOfNames(IID_NULL, names, 1, NameLocale, id);
+}
+
+void GetPropertyByName(IDispatch* object, const wchar_t* name, IDispatch** value) {
+    *value = nullptr;
+    DISPID id = DISPID_UNKNOWN;
+    if (FAILED(FindName(object, name, &id)))
+        return;
+    DISPPARAMS none = {};
+    _variant_t result;
+    ExceptionInfo info;
+    const HRESULT read = object->Invoke(id, IID_NULL, NameLocale, DISPATCH_PROPERTYGET, &none,
+                                        &result, &info, nullptr);
+    if (SUCCEEDED(read) && result.vt == VT_DISPATCH)
+        *value = result.Detach().pdispVal;
+}
+
+HRESULT PutProperty(IDispatch* object, DISPID id, const VARIANT* value) {
+    if (value == nullptr)
+        return E_POINTER;
+    if (object == nullptr)
+        return E_INVALIDARG;
+    if (IsPutByReferenceFirst(value->vt)) {
+        const HRESULT byReference = Put(object, id, DISPATCH_PROPERTYPUTREF, *value);
+        if (SUCCEEDED(byReference))
+            return byReference;
+    }
+    return Put(object, id, DISPATCH_PROPERTYPUT, *value);
+}
+
+HRESULT PutPropertyByName(IDispatch* object, const wchar_t* name, const VARIANT* value) {
+    DISPID id = DISPID_UNKNOWN;
+    const HRESULT found = FindName(object, name, &id);
+    return FAILED(found) ? found : PutProperty(object, id, value);
+}
+
+HRESULT InvokeByName(IDispatch* object, const wchar_t* method, const VARIANT& argument,
+                     VARIANT* result) {
+    DISPID id = DISPID_UNKNOWN;
+    const HRESULT found = FindName(object, method, &id);
+    if (FAILED(found))
+        return found;
+    VARIANTARG positional = argument;
+    DISPPARAMS parameters = {&positional, nullptr, 1, 0};
+    _variant_t value;
+    ExceptionInfo info;
+    const HRESULT called = object->Invoke(id, IID_NULL, NameLocale, DISPATCH_METHOD, &parameters,
+                                          result != nullptr ? &value : nullptr, &info, nullptr);
+    if (result != nullptr) {
+        VariantClear(result);
+        *result = value.Detach();
+    }
+    return called;
+}
+
+} // namespace zt

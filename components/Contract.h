@@ -1,0 +1,123 @@
+// How the contracts of the installation's components are written down, and how the program calls
+// an early-bound method.
+//
+// A contract is a table of one line for each operation. Early-bound tables give the method index,
+// counted from 0 with the inherited methods of IUnknown (3) and, for dual interfaces, IDispatch (4)
+// included, and the argument types as the callee sees them. Late-bound tables give the DISPID, the
+// kind of the call, the type of the result and of the arguments. The tables are the only place
+// where these facts stand: the program's calls, the development installation's stand-ins and the
+// tests are all generated from them.
+#pragma once
+
+#include "framework/OleDispatchDriver.h"
+
+#include <windows.h>
+#include <oleauto.h>
+
+#include <cstddef>
+#include <tuple>
+
+namespace zt {
+
+// ---- early-bound ----
+
+// One method of a component's own interface. Every such method returns an HRESULT.
+template <std::size_t MethodIndex, typename... ArgumentTypes>
+struct EarlyBound {
+    static constexpr std::size_t Index = MethodIndex;
+    using Arguments = std::tuple<ArgumentTypes...>;
+    using Function = HRESULT(STDMETHODCALLTYPE*)(void* object, ArgumentTypes...);
+
+    // Calls the method through the object's function table. Arguments and ownership are the
+    // platform's: in-arguments are borrowed, what an out-argument receives belongs to the caller.
+    static HRESULT Call(IUnknown* object, ArgumentTypes... arguments) {
+        void** const functions = *reinterpret_cast<void***>(object);
+        return reinterpret_cast<Function>(functions[MethodIndex])(object, arguments...);
+    }
+};
+
+// ---- late-bound ----
+
+// Types of the arguments and results of automation calls.
+struct Nothing {
+    static constexpr VARTYPE Type = VT_EMPTY;
+};
+struct Text { // BSTR, given as a wide text
+    static constexpr VARTYPE Type = VT_BSTR;
+    static constexpr char Code[] = VTS_BSTR;
+    using Argument = const wchar_t*;
+};
+struct Int32 { // I4
+    static constexpr VARTYPE Type = VT_I4;
+    static constexpr char Code[] = VTS_I4;
+    using Argument = long;
+};
+struct Boolean { // VARIANT_BOOL
+    static constexpr VARTYPE Type = VT_BOOL;
+    static constexpr char Code[] = VTS_BOOL;
+    using Argument = BOOL;
+};
+struct Object { // IDispatch, borrowed as an argument, owned as a result
+    static constexpr VARTYPE Type = VT_DISPATCH;
+    static constexpr char Code[] = VTS_DISPATCH;
+    using Argument = IDispatch*;
+};
+struct Value { // VARIANT
+    static constexpr VARTYPE Type = VT_VARIANT;
+    static constexpr char Code[] = VTS_VARIANT;
+    using Argument = const VARIANT*;
+};
+
+struct Method {
+    static constexpr WORD Kind = DISPATCH_METHOD;
+};
+struct PropertyGet {
+    static constexpr WORD Kind = DISPATCH_PROPERTYGET;
+};
+struct PropertyPut {
+    static constexpr WORD Kind = DISPATCH_PROPERTYPUT;
+};
+
+template <DISPID OperationId, typename CallKind, typename ResultType, typename... ArgumentTypes>
+struct LateBound {
+    static constexpr DISPID Id = OperationId;
+    static constexpr WORD Kind = CallKind::Kind;
+    using Result = ResultType;
+    using Arguments = std::tuple<ArgumentTypes...>;
+    // The arguments' types as InvokeHelper wants them told.
+    static constexpr BYTE Codes[] = {static_cast<BYTE>(ArgumentTypes::Code[0])..., 0};
+};
+
+} // namespace zt
+
+// The two forms of a table's line, for ZT_CONTRACT below.
+#define ZT_EARLY_BOUND(operation, index, ...)                                                      \
+    struct operation : ::zt::EarlyBound<index __VA_OPT__(, ) __VA_ARGS__> {                        \
+        static constexpr char Name[] = #operation;                                                 \
+    };
+#define ZT_LATE_BOUND(operation, id, kind, result, ...)                                            \
+    struct operation                                                                               \
+        : ::zt::LateBound<id, ::zt::kind, ::zt::result __VA_OPT__(, ) __VA_ARGS__> {               \
+        static constexpr char Name[] = #operation;                                                 \
+    };
+#define ZT_LISTED(operation, ...) , operation
+
+// Inside a struct: one nested type for each line of TABLE, and Operations, the list of them
+// (behind void, so that the list can be written with leading commas).
+#define ZT_CONTRACT(TABLE, FORM)                                                                   \
+    TABLE(FORM)                                                                                    \
+    using Operations = ::zt::WithoutFirst<void TABLE(ZT_LISTED)>;
+
+namespace zt {
+
+namespace detail {
+template <typename First, typename... Rest>
+struct WithoutFirst {
+    using Type = std::tuple<Rest...>;
+};
+} // namespace detail
+
+template <typename... Types>
+using WithoutFirst = typename detail::WithoutFirst<Types...>::Type;
+
+} // namespace zt
