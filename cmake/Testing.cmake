@@ -6,11 +6,17 @@ set(gtest_force_shared_crt ON CACHE BOOL "" FORCE)
 set(INSTALL_GTEST OFF CACHE BOOL "" FORCE)
 add_subdirectory(${ZT_GOOGLETEST_SOURCES} ${PROJECT_BINARY_DIR}/googletest EXCLUDE_FROM_ALL)
 
-# zt_add_tests(NAME target SOURCES ... LIBRARIES ...)
+# zt_add_tests(NAME target SOURCES ... LIBRARIES ...): a test program whose tests CTest knows one by
+# one, under "target.Suite.Test".
 function(zt_add_tests)
   cmake_parse_arguments(arg "" "NAME" "SOURCES;LIBRARIES" ${ARGN})
   add_executable(${arg_NAME} ${arg_SOURCES})
-  target_link_libraries(${arg_NAME} PRIVATE ${arg_LIBRARIES} GTest::gmock)
+  if(WIN32)
+    target_sources(${arg_NAME} PRIVATE ${PROJECT_SOURCE_DIR}/tests/unit/Main.cpp)
+    target_link_libraries(${arg_NAME} PRIVATE ${arg_LIBRARIES} zt_windows_settings GTest::gmock)
+  else()
+    target_link_libraries(${arg_NAME} PRIVATE ${arg_LIBRARIES} GTest::gmock_main)
+  endif()
   gtest_discover_tests(${arg_NAME} TEST_PREFIX "${arg_NAME}." DISCOVERY_MODE PRE_TEST
                        DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 120)
 endfunction()
