@@ -41,7 +41,8 @@ class CZTInvisible : public CWinApp {
     // file or standard output.
     void LogError(const wchar_t* message);
 
-    // Ends the use of the kernel and of the configuration, in this order, and clears the references.
+    // Ends the use of the kernel and of the configuration, in this order, and clears the
+    // references.
     void ShutDownKernel();
 
     // ---- the run's state ----
