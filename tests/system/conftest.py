@@ -1,0 +1,65 @@
+"""Fixtures of the system tests. Each xdist worker has a machine (a Wine prefix) of its own, so its
+tests own the machine's registry while they run."""
+
+from __future__ import annotations
+
+import os
+import re
+import sys
+from pathlib import Path
+
+import pytest
+
+sys.path.insert(0, str(Path(__file__).resolve().parent))
+
+from harness.machine import this_machine  # noqa: E402
+from harness.process import Starter  # noqa: E402
+from harness.sandbox import DEVSETUP, Sandbox  # noqa: E402
+
+
+@pytest.fixture(scope="session")
+def machine():
+    machine = this_machine(os.environ.get("PYTEST_XDIST_WORKER", "master"))
+    machine.start()
+    yield machine
+    machine.stop()
+
+
+@pytest.fixture
+def sandbox(machine, request):
+    """A test without an installation: its runs do no project work."""
+    sandbox = Sandbox(machine, re.sub(r"\W", "_", request.node.name)[:32])
+    request.node.sandbox = sandbox
+    yield sandbox
+    if getattr(request.node, "failed", False):
+        return  # its folder stays, to be looked at
+    sandbox.check_nothing_left()
+    sandbox.remove()
+
+
+@pytest.fixture(scope="session")
+def registered_components(machine, tmp_path_factory):
+    capture = tmp_path_factory.mktemp("register")
+    run = Starter(machine, capture).run(str(DEVSETUP), ["--register"], folder=capture)
+    assert run.exit_code == 0, run.describe()
+
+
+@pytest.fixture
+def installed(registered_components, sandbox):
+    """A test with a development installation of its own."""
+    sandbox.install()
+    return sandbox
+
+
+@pytest.hookimpl(hookwrapper=True)
+def pytest_runtest_makereport(item, call):
+    report = (yield).get_result()
+    sandbox = getattr(item, "sandbox", None)
+    if not report.failed or sandbox is None:
+        return
+    item.failed = True
+    for number, run in enumerate(sandbox.runs, 1):
+        report.sections.append((f"run {number}", run.describe()))
+    for file in sorted(sandbox.folder.rglob("*.log")):
+        report.sections.append((str(file.relative_to(sandbox.folder)), repr(file.read_bytes())))
+    report.sections.append(("its folder", str(sandbox.folder)))
