@@ -96,8 +96,7 @@ struct LateBound {
         static constexpr char Name[] = #operation;                                                 \
     };
 #define ZT_LATE_BOUND(operation, id, kind, result, ...)                                            \
-    struct operation                                                                               \
-        : ::zt::LateBound<id, ::zt::kind, ::zt::result __VA_OPT__(, ) __VA_ARGS__> {               \
+    struct operation : ::zt::LateBound<id, ::zt::kind, ::zt::result __VA_OPT__(, ) __VA_ARGS__> {  \
         static constexpr char Name[] = #operation;                                                 \
     };
 #define ZT_LISTED(operation, ...) , operation

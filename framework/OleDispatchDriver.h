@@ -39,8 +39,8 @@ class COleDispatchDriver {
     // VT_EMPTY asks for none. An empty driver does nothing and leaves the result empty.
     // Raises COleDispatchException when the component reports an error of its own, else
     // COleException; CMemoryException when an argument cannot be built.
-    void InvokeHelper(DISPID id, WORD kind, VARTYPE resultType, void* result,
-                      const BYTE* arguments, ...);
+    void InvokeHelper(DISPID id, WORD kind, VARTYPE resultType, void* result, const BYTE* arguments,
+                      ...);
 
     IDispatch* m_lpDispatch = nullptr;
     bool m_bAutoRelease = true;

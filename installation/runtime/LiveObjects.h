@@ -1,0 +1,12 @@
+// Which stand-ins are alive, by class.
+#pragma once
+
+namespace devinst {
+
+void CountLive(const char* className, int change);
+
+// Writes the closing line of this library to the trace: "live LIBRARY: none", or the classes and
+// numbers of the objects that were never released.
+void TraceLiveObjects(const char* library);
+
+} // namespace devinst
