@@ -1,1 +1,0 @@
-int zt_placeholder = 0;
