@@ -1,6 +1,7 @@
 // The application object: the state of the one run that a process performs.
 #pragma once
 
+#include "app/RunServices.h"
 #include "components/Automation.h"
 #include "components/contracts/Administration.h"
 #include "components/contracts/Handlers.h"
@@ -16,6 +17,7 @@
 namespace zt {
 
 class CStatusDispSite;
+struct CommandLine;
 
 // Classes of a specification, with the values that the components know them by.
 enum class SpecificationClass : std::int32_t { Ipc = 0, Proc = 1, Trng = 2, Text = 3, Illus = 4 };
@@ -25,12 +27,12 @@ constexpr std::uint32_t DefaultAxesPosition = 0x000F0055;
 
 class CZTInvisible : public CWinApp {
   public:
-    CZTInvisible();
+    explicit CZTInvisible(RunServices services = {});
     ~CZTInvisible() override;
 
     // Performs the whole run that the arguments ask for (arguments[0] is the program) and tells its
-    // outcome by the log, the status files and the content-management client. An exception of a
-    // kind that no Part of the program raises on purpose leaves it.
+    // outcome by the log, the status files and the content-management client. Once in the object's
+    // life. Only an exception of a kind that the program never raises on purpose leaves it.
     void Execute(int count, wchar_t** arguments);
 
     // Appends the formatted text ("%s" is a wide text) to the log file, when the run has one. The
@@ -75,6 +77,19 @@ class CZTInvisible : public CWinApp {
     ComPtr<ExportHandler> m_pExportHandler;
     ComPtr<KernelProject> m_pKernelProject;
     AutomationObject<Configuration> m_configuration;
+
+  private:
+    // The steps of Execute; each raises its own message text. projectName receives the bare name.
+    void Perform(const CommandLine& line, std::wstring& projectName);
+    void TakeOver(const CommandLine& line);
+    void SettleExchangeFolder();
+    void StartStatusFiles(const std::wstring& statusId);
+    void PrepareLogFile();
+    void ReportSuccess(const std::wstring& projectName);
+    void ReportFailure(const std::wstring& message, const std::wstring& projectName);
+    void Notify(const wchar_t* action, const wchar_t* argument);
+
+    RunServices m_services;
 };
 
 } // namespace zt

@@ -1,0 +1,59 @@
+#include "app/ZTInvisible.h"
+
+#include "app/Console.h"
+#include "app/Format.h"
+#include "app/StatusFiles.h"
+#include "app/TextFile.h"
+#include "project/StatusDispSite.h"
+
+#include <cstdarg>
+#include <utility>
+
+namespace zt {
+
+CZTInvisible::CZTInvisible(RunServices services) : m_services(std::move(services)) {}
+
+CZTInvisible::~CZTInvisible() = default;
+
+void CZTInvisible::Log(const wchar_t* format, ...) {
+    if (m_strLogFile.empty())
+        return;
+    std::va_list arguments;
+    va_start(arguments, format);
+    const std::wstring text = FormatTextV(format, arguments);
+    va_end(arguments);
+    AppendText(m_strLogFile, text);
+}
+
+void CZTInvisible::LogError(const wchar_t* message) {
+    if (message == nullptr)
+        message = L"";
+    Log(L"ERROR: %s", message);
+    if (m_bNotify)
+        Notify(L"MESSAGE", message);
+    else if (m_strStatusBase.empty())
+        ConsolePrint(L"%s\n", message);
+    else
+        AppendFailure(m_strStatusBase, message);
+}
+
+void CZTInvisible::Notify(const wchar_t* action, const wchar_t* argument) {
+    if (m_services.notifyContentManager)
+        m_services.notifyContentManager(*this, action, argument);
+}
+
+void CZTInvisible::ShutDownKernel() {
+    if (m_pKernelAdmin) {
+        KernelAdmin::CloseProjects::Call(m_pKernelAdmin.Get(), -1);
+        m_pKernelProject.Reset();
+        m_pSequenceNumberHandler.Reset();
+        m_pNotificationHandler.Reset();
+        m_pExportHandler.Reset();
+        KernelAdmin::ShutDown::Call(m_pKernelAdmin.Get(), -1);
+        m_pKernelAdmin.Reset();
+    }
+    if (m_configuration)
+        m_configuration.Call<Configuration::Close>(TRUE);
+}
+
+} // namespace zt
