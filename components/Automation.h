@@ -2,6 +2,7 @@
 #pragma once
 
 #include "components/Contract.h"
+#include "components/Variants.h"
 
 #include <comdef.h>
 #include <wrl/client.h>
@@ -12,29 +13,20 @@ using Microsoft::WRL::ComPtr;
 
 namespace detail {
 
-// How the result of an automation call is held.
-template <typename Result>
-struct ResultHolder;
-
-template <>
-struct ResultHolder<Text> {
-    BSTR value = nullptr;
-    _bstr_t Take() { return _bstr_t(value, false); }
-};
-template <>
-struct ResultHolder<Object> {
-    IDispatch* value = nullptr;
-    ComPtr<IDispatch> Take() {
-        ComPtr<IDispatch> object;
-        object.Attach(value);
-        return object;
-    }
-};
-template <>
-struct ResultHolder<Value> {
-    VARIANT value = {};
-    _variant_t Take() { return _variant_t(value, false); }
-};
+// A call's result, handed to the caller as the type that stands for it. A component that succeeds
+// and hands over nothing gives an empty one.
+inline _bstr_t Take(Text, _variant_t& value) {
+    return ConvertVariant(value, VT_BSTR) ? _bstr_t(value.Detach().bstrVal, false) : _bstr_t();
+}
+inline ComPtr<IDispatch> Take(Object, _variant_t& value) {
+    ComPtr<IDispatch> object;
+    if (ConvertVariant(value, VT_DISPATCH))
+        object.Attach(value.Detach().pdispVal);
+    return object;
+}
+inline _variant_t Take(Value, _variant_t& value) {
+    return _variant_t(value.GetVARIANT(), false);
+}
 
 } // namespace detail
 
@@ -65,10 +57,10 @@ class AutomationObject : public COleDispatchDriver {
             InvokeHelper(Operation::Id, Operation::Kind, VT_EMPTY, nullptr, Operation::Codes,
                          values...);
         } else {
-            detail::ResultHolder<Result> result;
-            InvokeHelper(Operation::Id, Operation::Kind, Result::Type, &result.value,
+            _variant_t result;
+            InvokeHelper(Operation::Id, Operation::Kind, VT_VARIANT, static_cast<VARIANT*>(&result),
                          Operation::Codes, values...);
-            return result.Take();
+            return detail::Take(Result(), result);
         }
     }
 };

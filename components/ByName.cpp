@@ -1,6 +1,6 @@
 #include "components/ByName.h"
 
-#include "framework/Exceptions.h"
+#include "components/Variants.h"
 
 #include <comdef.h>
 
@@ -63,23 +63,26 @@ HRESULT PutPropertyByName(IDispatch* object, const wchar_t* name, const VARIANT*
     return FAILED(found) ? found : PutProperty(object, id, value);
 }
 
+HRESULT InvokeMethod(IDispatch* object, DISPID id, const VARIANT& argument, VARIANT* result,
+                     ExceptionInfo* info) {
+    if (result != nullptr) {
+        ClearVariant(*result);
+        *result = VARIANT{};
+    }
+    VARIANTARG positional = argument;
+    DISPPARAMS parameters = {&positional, nullptr, 1, 0};
+    return object->Invoke(id, IID_NULL, NameLocale, DISPATCH_METHOD, &parameters, result, info,
+                          nullptr);
+}
+
 HRESULT InvokeByName(IDispatch* object, const wchar_t* method, const VARIANT& argument,
                      VARIANT* result) {
     DISPID id = DISPID_UNKNOWN;
     const HRESULT found = FindName(object, method, &id);
     if (FAILED(found))
         return found;
-    VARIANTARG positional = argument;
-    DISPPARAMS parameters = {&positional, nullptr, 1, 0};
-    _variant_t value;
     ExceptionInfo info;
-    const HRESULT called = object->Invoke(id, IID_NULL, NameLocale, DISPATCH_METHOD, &parameters,
-                                          result != nullptr ? &value : nullptr, &info, nullptr);
-    if (result != nullptr) {
-        VariantClear(result);
-        *result = value.Detach();
-    }
-    return called;
+    return InvokeMethod(object, id, argument, result, &info);
 }
 
 } // namespace zt

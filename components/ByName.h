@@ -1,6 +1,8 @@
 // Calls by name on components whose operations are known by name only (editor control, handlers).
 #pragma once
 
+#include "framework/Exceptions.h"
+
 #include <windows.h>
 #include <oleauto.h>
 
@@ -22,7 +24,14 @@ void GetPropertyByName(IDispatch* object, const wchar_t* name, IDispatch** value
 HRESULT PutProperty(IDispatch* object, DISPID id, const VARIANT* value);
 HRESULT PutPropertyByName(IDispatch* object, const wchar_t* name, const VARIANT* value);
 
-// Calls the method with one positional argument. result may be null; what it holds is cleared.
+// Calls the method with one positional argument. result may be null; what it holds is cleared
+// first, and it stays all zero where the method leaves it alone. *info receives what the component
+// tells of a failure. Returns the result code of Invoke.
+HRESULT InvokeMethod(IDispatch* object, DISPID id, const VARIANT& argument, VARIANT* result,
+                     ExceptionInfo* info);
+
+// Looks the method up and calls it with one positional argument. result may be null; what it holds
+// is cleared when the method is found.
 HRESULT InvokeByName(IDispatch* object, const wchar_t* method, const VARIANT& argument,
                      VARIANT* result);
 

@@ -28,4 +28,10 @@ HRESULT CreateHandlerComponent(const wchar_t* progId, IUnknown* outer, DWORD cla
                           reinterpret_cast<void**>(handler));
 }
 
+HRESULT CreateEditHandler(const wchar_t* progId, IUnknown* outer, DWORD classContext,
+                          IDispatch** handler) {
+    return CreateByProgId(progId, outer, classContext, IID_IDispatch,
+                          reinterpret_cast<void**>(handler));
+}
+
 } // namespace zt

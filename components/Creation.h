@@ -19,6 +19,10 @@ HRESULT CreateComponent(const wchar_t* progId, IUnknown* outer, DWORD classConte
 HRESULT CreateHandlerComponent(const wchar_t* progId, IUnknown* outer, DWORD classContext,
                                IUnknown** handler);
 
+// The same, asking for IDispatch: edit handlers are reached by name only.
+HRESULT CreateEditHandler(const wchar_t* progId, IUnknown* outer, DWORD classContext,
+                          IDispatch** handler);
+
 // The same, for any interface. A creation that succeeds without an object counts as E_POINTER.
 HRESULT CreateByProgId(const wchar_t* progId, IUnknown* outer, DWORD classContext, REFIID iid,
                        void** object);
