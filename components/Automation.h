@@ -3,6 +3,7 @@
 
 #include "components/Contract.h"
 #include "components/Variants.h"
+#include "framework/Adopt.h"
 
 #include <comdef.h>
 #include <wrl/client.h>
@@ -19,10 +20,7 @@ inline _bstr_t Take(Text, _variant_t& value) {
     return ConvertVariant(value, VT_BSTR) ? _bstr_t(value.Detach().bstrVal, false) : _bstr_t();
 }
 inline ComPtr<IDispatch> Take(Object, _variant_t& value) {
-    ComPtr<IDispatch> object;
-    if (ConvertVariant(value, VT_DISPATCH))
-        object.Attach(value.Detach().pdispVal);
-    return object;
+    return Adopt(ConvertVariant(value, VT_DISPATCH) ? value.Detach().pdispVal : nullptr);
 }
 inline _variant_t Take(Value, _variant_t& value) {
     return _variant_t(value.GetVARIANT(), false);
