@@ -1,0 +1,49 @@
+// One hosted control, from its creation to its end.
+#pragma once
+
+#include "framework/ControlPlace.h"
+#include "framework/ControlSite.h"
+
+#include <windows.h>
+#include <oleidl.h>
+#include <wrl/client.h>
+
+class ControlHost {
+  public:
+    explicit ControlHost(ControlPlace place);
+    // Pulls the control down: deactivates it, closes it without saving, takes its site away and
+    // releases it, as far as it had come.
+    ~ControlHost();
+    ControlHost(const ControlHost&) = delete;
+    ControlHost& operator=(const ControlHost&) = delete;
+
+    // Creates the control, gives it its site and initialises it, in the order that the control's
+    // status bits ask for. Returns the first failing result code.
+    HRESULT Create(const wchar_t* control);
+
+    // Activates the control in place. Returns its window, set up as the place says; null for a
+    // control that does not activate or has no window.
+    HWND Activate();
+
+    // Borrowed; null before the creation.
+    IUnknown* Control() const { return m_control.Get(); }
+
+  private:
+    HRESULT SetUp();
+    HRESULT SetSite();
+    HRESULT Initialise();
+    HRESULT InitialiseStorage(IPersistStorage* persist);
+    void SetExtent();
+    void Deactivate();
+    Microsoft::WRL::ComPtr<IOleInPlaceObject> InPlaceObject() const;
+    HWND ControlWindow() const;
+    void SetUpWindow(HWND window) const;
+
+    ControlPlace m_place;
+    Microsoft::WRL::ComPtr<ControlSite> m_site;
+    // What a control that keeps its state in a storage works on; must outlive the control.
+    Microsoft::WRL::ComPtr<IStorage> m_storage;
+    Microsoft::WRL::ComPtr<IUnknown> m_control;
+    Microsoft::WRL::ComPtr<IOleObject> m_object;
+    bool m_sited = false;
+};
