@@ -10,7 +10,7 @@
 #include <comdef.h>
 #include <olectl.h>
 
-using namespace zt::testing;
+using namespace zt::test;
 
 namespace {
 

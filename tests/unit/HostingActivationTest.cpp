@@ -1,7 +1,7 @@
 // Hosting of controls: in-place activation.
 #include "tests/unit/HostingFixture.h"
 
-using namespace zt::testing;
+using namespace zt::test;
 using ::testing::ElementsAre;
 
 TEST_F(Hosting, MakesTheControlsWindowAChildOfTheGivenStyleRectangleIdAndTitle) {

@@ -1,7 +1,7 @@
 // Hosting of controls: how a control is pulled down.
 #include "tests/unit/HostingFixture.h"
 
-using namespace zt::testing;
+using namespace zt::test;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 

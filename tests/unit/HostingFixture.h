@@ -7,7 +7,7 @@
 
 #include <gmock/gmock.h>
 
-namespace zt::testing {
+namespace zt::test {
 
 constexpr DWORD ChildVisible = 0x50000000;
 constexpr RECT Small = {0, 0, 16, 16};
@@ -16,7 +16,7 @@ inline const std::vector<std::string>& Calls() {
     return ControlRecord::Get().calls;
 }
 
-class Hosting : public ::testing::Test {
+class Hosting : public testing::Test {
   protected:
     void SetUp() override {
         AfxEnableControlContainer();
@@ -53,4 +53,4 @@ inline ControlTraits With(Activation activation) {
     return traits;
 }
 
-} // namespace zt::testing
+} // namespace zt::test

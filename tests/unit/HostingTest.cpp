@@ -3,7 +3,7 @@
 
 #include <olectl.h>
 
-using namespace zt::testing;
+using namespace zt::test;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 

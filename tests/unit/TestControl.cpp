@@ -4,7 +4,7 @@
 
 #include <utility>
 
-namespace zt::testing {
+namespace zt::test {
 
 namespace {
 
@@ -299,4 +299,4 @@ int CountWindows() {
     return count;
 }
 
-} // namespace zt::testing
+} // namespace zt::test

@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-namespace zt::testing {
+namespace zt::test {
 
 using Microsoft::WRL::ComPtr;
 
@@ -76,4 +76,4 @@ struct ControlRecord {
 // Top-level windows of this thread, and their children.
 int CountWindows();
 
-} // namespace zt::testing
+} // namespace zt::test
