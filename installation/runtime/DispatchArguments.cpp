@@ -108,14 +108,15 @@ HRESULT RefuseUnlisted(const StandIn& self, const DispatchCall& call, bool idLis
 }
 
 bool IsDispatchName(const wchar_t* name, const char* operation) {
-    std::string_view plain = operation;
+    const auto equals = [name](std::string_view text) {
+        return _wcsicmp(name, std::wstring(text.begin(), text.end()).c_str()) == 0;
+    };
+    const std::string_view whole = operation;
     for (const std::string_view prefix : {"PutRef", "Put", "Get"}) {
-        if (plain.starts_with(prefix) && plain.size() > prefix.size()) {
-            plain.remove_prefix(prefix.size());
-            break;
-        }
+        if (whole.starts_with(prefix) && equals(whole.substr(prefix.size())))
+            return true;
     }
-    return _wcsicmp(name, std::wstring(plain.begin(), plain.end()).c_str()) == 0;
+    return equals(whole);
 }
 
 } // namespace devinst

@@ -110,4 +110,10 @@ const void* const* FunctionTable() {
     return table.data();
 }
 
+// The contract of objects that answer IDispatch and nothing else of their own.
+struct DispatchOnly : IDispatch {
+    static constexpr char Name[] = "IDispatch";
+    using Operations = std::tuple<>;
+};
+
 } // namespace devinst

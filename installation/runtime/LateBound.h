@@ -117,8 +117,8 @@ HRESULT InvokeByContract(Derived& self, DISPID id, WORD kind, DISPPARAMS& parame
     return detail::InvokeAny(self, call, static_cast<typename Contract::Operations*>(nullptr));
 }
 
-// To be called from StandIn::FindDispatchName. The names are the operations', without a leading
-// "Get", "Put" or "PutRef", compared without regard to case.
+// To be called from StandIn::FindDispatchName. The names are the operations', with or without
+// a leading "Get", "Put" or "PutRef", compared without regard to case.
 template <typename Contract>
 HRESULT FindByContract(const wchar_t* name, DISPID* id) {
     return detail::FindAny(name, id, static_cast<typename Contract::Operations*>(nullptr));

@@ -148,12 +148,17 @@ StandIn& OwnerOf(Face* face, const char* operation) {
     return *face->owner;
 }
 
+StandIn* StandInOf(const void* pointer) {
+    const auto& owners = TheRegistry().owners;
+    const auto found = owners.find(pointer);
+    return found != owners.end() ? found->second : nullptr;
+}
+
 std::string LabelOf(const void* pointer) {
     if (pointer == nullptr)
         return "null";
-    const auto& owners = TheRegistry().owners;
-    const auto found = owners.find(pointer);
-    return found != owners.end() ? found->second->Label() : "object";
+    const StandIn* const standIn = StandInOf(pointer);
+    return standIn != nullptr ? standIn->Label() : "object";
 }
 
 void CountLive(const char* className, int change) {

@@ -68,6 +68,9 @@ class StandIn {
 // The owner of a face; a call on an object that is gone fails loudly.
 StandIn& OwnerOf(Face* face, const char* operation);
 
+// The live stand-in that an interface pointer belongs to, null for any other pointer.
+StandIn* StandInOf(const void* pointer);
+
 // The label of the live stand-in that an interface pointer belongs to, "null", or "object" for one
 // that is not a stand-in's.
 std::string LabelOf(const void* pointer);

@@ -1,0 +1,5 @@
+// The identifiers' values, for the stand-ins.
+#include "components/ComponentIds.h"
+
+#include <initguid.h>
+#include "installation/ids/DevelopmentComponentIds.h"

@@ -1,0 +1,28 @@
+// What the kernel's objects answer to scripts and handlers, by name: the installation's own, not
+// used by the program.
+#pragma once
+
+#include "components/Contract.h"
+
+namespace devinst {
+
+// clang-format off
+// operation                      DISPID  kind              result      arguments
+#define ZT_KERNEL_SCRIPTING(OPERATION)                                                   \
+    OPERATION(CurrentProject,       1001, PropertyGet,      Object /* null without one */)
+
+#define ZT_PROJECT_SCRIPTING(OPERATION)                                                  \
+    OPERATION(GetName,              1001, PropertyGet,      Text)                        \
+    OPERATION(SetMetadata,          1002, Method,           Nothing,    ::zt::Text, ::zt::Text) \
+    OPERATION(GetMetadata,          1003, Method,           Text,       ::zt::Text)
+// clang-format on
+
+struct KernelScripting {
+    ZT_CONTRACT(ZT_KERNEL_SCRIPTING, ZT_LATE_BOUND)
+};
+
+struct ProjectScripting {
+    ZT_CONTRACT(ZT_PROJECT_SCRIPTING, ZT_LATE_BOUND)
+};
+
+} // namespace devinst

@@ -1,0 +1,46 @@
+// The installation's XML files, over the platform's document object.
+#pragma once
+
+#include <windows.h>
+#include <msxml2.h>
+#include <wrl/client.h>
+
+#include <filesystem>
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace devinst {
+
+using Microsoft::WRL::ComPtr;
+using XmlElement = ComPtr<IXMLDOMElement>;
+
+// A loaded document. Failures are raised as ComFailure, with the parser's reason and line.
+class XmlFile {
+  public:
+    static XmlFile FromText(const std::wstring& text);
+    static XmlFile FromFile(const std::filesystem::path& path);
+
+    XmlElement Root() const;
+    void Save(const std::filesystem::path& path) const;
+
+  private:
+    XmlFile();
+    ComPtr<IXMLDOMDocument> m_document;
+};
+
+// The child elements of that name.
+std::vector<XmlElement> Children(const XmlElement& parent, const wchar_t* name);
+// The first of them, empty when there is none; with Require, added when there is none.
+XmlElement Child(const XmlElement& parent, const wchar_t* name);
+XmlElement RequireChild(const XmlElement& parent, const wchar_t* name);
+XmlElement AddChild(const XmlElement& parent, const wchar_t* name);
+
+// Empty when the attribute is missing.
+std::wstring Attribute(const XmlElement& element, const wchar_t* name);
+void SetAttribute(const XmlElement& element, const wchar_t* name, const std::wstring& value);
+void RemoveAttribute(const XmlElement& element, const wchar_t* name);
+std::wstring TextOf(const XmlElement& element);
+void SetTextOf(const XmlElement& element, const std::wstring& text);
+
+} // namespace devinst
