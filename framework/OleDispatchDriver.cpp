@@ -74,6 +74,8 @@ void DeliverResult(_variant_t& value, VARTYPE type, void* result) {
         *static_cast<VARIANT*>(result) = value.Detach();
         return;
     }
+    if (value.vt == VT_EMPTY || value.vt == VT_NULL)
+        return;
     if (value.vt != type) {
         const HRESULT converted = VariantChangeType(&value, &value, 0, type);
         if (FAILED(converted))

@@ -36,9 +36,10 @@ class COleDispatchDriver {
     // Calls the object. arguments lists VTS_ characters (null for none) for the values behind it.
     // The result is converted to resultType and written to result, which the caller owns: a
     // BSTR*, IDispatch**, VARIANT*, long* or VARIANT_BOOL* that must be empty before the call;
-    // VT_EMPTY asks for none. An empty driver does nothing and leaves the result empty.
-    // Raises COleDispatchException when the component reports an error of its own, else
-    // COleException; CMemoryException when an argument cannot be built.
+    // VT_EMPTY asks for none. The result stays empty when the component gives no value, and when
+    // the driver is empty, which then calls nothing. Raises COleDispatchException when the
+    // component reports an error of its own, else COleException; CMemoryException when an argument
+    // cannot be built.
     void InvokeHelper(DISPID id, WORD kind, VARTYPE resultType, void* result, const BYTE* arguments,
                       ...);
 
