@@ -5,6 +5,8 @@
 #include "installation/runtime/ResultCodes.h"
 #include "installation/runtime/Trace.h"
 
+#include <comdef.h>
+
 #include <exception>
 
 namespace devinst {
@@ -66,7 +68,8 @@ HRESULT Report(const ComFailure& failure, EXCEPINFO* exception) {
         return failure.code;
     }
     exception->scode = failure.code;
-    exception->bstrDescription = SysAllocString(failure.description.c_str());
+    if (!failure.description.empty())
+        exception->bstrDescription = SysAllocString(failure.description.c_str());
     return DISP_E_EXCEPTION;
 }
 
@@ -78,6 +81,10 @@ HRESULT RunWork(const std::function<HRESULT()>& work, EXCEPINFO* exception) {
     } catch (const std::exception& failure) {
         const std::string what = failure.what();
         return Report({E_UNEXPECTED, std::wstring(what.begin(), what.end())}, exception);
+    } catch (const _com_error& failure) {
+        return Report({failure.Error(), L""}, exception);
+    } catch (...) {
+        FailLoudly("an exception of no known kind inside a stand-in");
     }
 }
 
@@ -107,6 +114,11 @@ HRESULT RunFaulty(const Fault& fault, const std::vector<Output>& outputs,
 }
 
 } // namespace
+
+std::string MethodKey(std::size_t index) {
+    std::string key(1, '[');
+    return key.append(std::to_string(index)).append(1, ']');
+}
 
 HRESULT Perform(const CallSite& site, const std::vector<std::string>& arguments,
                 const std::vector<Output>& outputs, const std::function<HRESULT()>& work,

@@ -6,6 +6,7 @@
 #include <windows.h>
 #include <oleauto.h>
 
+#include <cstddef>
 #include <functional>
 #include <string>
 #include <vector>
@@ -27,6 +28,9 @@ std::string Described(const wchar_t* text); // also BSTR; null is "null"
 std::string Described(const VARIANT& value);
 std::string Described(REFIID iid);
 std::string Described(const void* pointer); // interfaces
+
+// The key of an early-bound call in the trace: "[66]".
+std::string MethodKey(std::size_t index);
 
 // Where a call leaves a result. Outputs are emptied before the call.
 struct Output {
@@ -60,8 +64,10 @@ struct CallSite {
 
 // Performs one call: applies the plan's fault or runs the work, and writes the trace line
 //   Label Operation [key] (arguments) -> result, outputs
-// The work's ComFailure, and an "error" fault, go into *exception and give DISP_E_EXCEPTION;
-// without exception they go into the thread's error information and give their own code.
+// The work's exceptions, and an "error" fault, go into *exception and give DISP_E_EXCEPTION;
+// without exception they go into the thread's error information and give their own code. ComFailure
+// brings its code and description; std::exception gives E_UNEXPECTED; any but these and _com_error
+// ends the process.
 HRESULT Perform(const CallSite& site, const std::vector<std::string>& arguments,
                 const std::vector<Output>& outputs, const std::function<HRESULT()>& work,
                 EXCEPINFO* exception = nullptr);

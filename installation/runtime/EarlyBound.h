@@ -66,8 +66,8 @@ struct Thunk<Operation, Derived, std::tuple<Arguments...>> {
         std::vector<std::string> inputs;
         std::vector<Output> outputs;
         (ArgumentTraits<Arguments>::Sort(arguments, inputs, outputs), ...);
-        return Perform({self, Operation::Name, "[" + std::to_string(Operation::Index) + "]"},
-                       inputs, outputs, [&] { return self.On(Operation{}, arguments...); });
+        return Perform({self, Operation::Name, MethodKey(Operation::Index)}, inputs, outputs,
+                       [&] { return self.On(Operation{}, arguments...); });
     }
 };
 

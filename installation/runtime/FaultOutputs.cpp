@@ -1,8 +1,6 @@
 #include "installation/runtime/FaultOutputs.h"
 
-#include "installation/runtime/Trace.h"
-
-#include <iterator>
+#include <string_view>
 
 namespace devinst {
 
@@ -32,6 +30,12 @@ VARIANT OfText(const std::wstring& text) {
     return value;
 }
 
+VARIANT OfError() {
+    VARIANT value = OfType(VT_ERROR);
+    value.scode = DISP_E_PARAMNOTFOUND;
+    return value;
+}
+
 VARIANT OfArray(VARTYPE type, UINT dimensions, ULONG elements) {
     SAFEARRAYBOUND bounds[] = {{elements, 0}, {elements, 0}};
     VARIANT value = OfType(static_cast<VARTYPE>(VT_ARRAY | type));
@@ -49,13 +53,17 @@ const Form Forms[] = {
     {L"null", [] { return OfType(VT_NULL); }},
     {L"i4", [] { return OfNumber(7); }},
     {L"bstr", [] { return OfText(L"text"); }},
+    {L"error", [] { return OfError(); }},
     {L"true", [] { return OfBool(true); }},
     {L"false", [] { return OfBool(false); }},
     {L"no-object", [] { return OfType(VT_DISPATCH); }},
     {L"array-i4", [] { return OfArray(VT_I4, 2, 2); }},
     {L"array-bstr-1", [] { return OfArray(VT_BSTR, 1, 2); }},
+    {L"array-bstr-2", [] { return OfArray(VT_BSTR, 2, 2); }},
     {L"array-bstr-2-empty", [] { return OfArray(VT_BSTR, 2, 0); }},
 };
+
+constexpr std::wstring_view TextForm = L"text ";
 
 void FillVariant(VARIANT& value, VARTYPE type, const Fault& fault) {
     switch (fault.kind) {
@@ -72,8 +80,7 @@ void FillVariant(VARIANT& value, VARTYPE type, const Fault& fault) {
         value = OfText(fault.text);
         break;
     default:
-        if (!MakeVariant(fault.text, value))
-            FailLoudly("the fault plan names an unknown variant: " + ToUtf8(fault.text));
+        MakeVariant(fault.text, value);
     }
 }
 
@@ -87,7 +94,8 @@ void EmptyOutput(const Output& output) {
         *static_cast<BSTR*>(output.place) = nullptr;
         break;
     case Output::Kind::Variant:
-        VariantInit(static_cast<VARIANT*>(output.place));
+        // Not VariantInit, which leaves the value's bytes as they are.
+        *static_cast<VARIANT*>(output.place) = {};
         break;
     case Output::Kind::Interface:
         *static_cast<IUnknown**>(output.place) = nullptr;
@@ -115,11 +123,23 @@ void FillFaulty(const Output& output, const Fault& fault) {
         return;
     if (output.kind == Output::Kind::Variant)
         FillVariant(*static_cast<VARIANT*>(output.place), output.type, fault);
-    if (output.kind == Output::Kind::Text && fault.kind != FaultKind::Null)
+    const bool givesText = fault.kind == FaultKind::Empty || fault.kind == FaultKind::Text;
+    if (output.kind == Output::Kind::Text && givesText)
         *static_cast<BSTR*>(output.place) = SysAllocString(fault.text.c_str());
 }
 
+bool IsVariantForm(const std::wstring& form) {
+    VARIANT value = {};
+    const bool known = MakeVariant(form, value);
+    VariantClear(&value);
+    return known;
+}
+
 bool MakeVariant(const std::wstring& form, VARIANT& value) {
+    if (form.starts_with(TextForm)) {
+        value = OfText(form.substr(TextForm.size()));
+        return true;
+    }
     for (const Form& known : Forms) {
         if (form == known.name) {
             value = known.make();

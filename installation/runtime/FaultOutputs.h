@@ -16,8 +16,9 @@ void DropOutput(const Output& output);
 void FillFaulty(const Output& output, const Fault& fault);
 
 // The VARIANT that a fault plan names ("empty", "null", "i4", "bstr", "text TEXT", "true", "false",
-// "no-object", "array-i4", "array-bstr-1", "array-bstr-2-empty", "error"); false for an unknown
-// name.
+// "no-object", "error", "array-i4", "array-bstr-1", "array-bstr-2", "array-bstr-2-empty"); false
+// for an unknown name.
+bool IsVariantForm(const std::wstring& form);
 bool MakeVariant(const std::wstring& form, VARIANT& value);
 
 } // namespace devinst

@@ -1,7 +1,10 @@
 #include "installation/runtime/Faults.h"
 
+#include "installation/runtime/FaultOutputs.h"
 #include "installation/runtime/ResultCodes.h"
+#include "installation/runtime/Utf8.h"
 
+#include <algorithm>
 #include <charconv>
 #include <limits>
 
@@ -25,14 +28,6 @@ std::string_view TakeRest(std::string_view line) {
     if (line.size() >= 2 && line.front() == '"' && line.back() == '"')
         line = line.substr(1, line.size() - 2);
     return line;
-}
-
-std::wstring FromUtf8(std::string_view text) {
-    const int length = static_cast<int>(text.size());
-    const int size = MultiByteToWideChar(CP_UTF8, 0, text.data(), length, nullptr, 0);
-    std::wstring result(static_cast<std::size_t>(size), L'\0');
-    MultiByteToWideChar(CP_UTF8, 0, text.data(), length, result.data(), size);
-    return result;
 }
 
 std::optional<unsigned> ParseNumber(std::string_view text) {
@@ -70,6 +65,11 @@ bool ParseSleep(std::string_view& line, Fault& fault) {
     return milliseconds.has_value();
 }
 
+bool ParseText(std::string_view line, Fault& fault) {
+    fault.text = FromUtf8(TakeRest(line));
+    return true;
+}
+
 struct FaultWord {
     std::string_view word;
     FaultKind kind;
@@ -96,21 +96,22 @@ bool ParseWhat(std::string_view line, Fault& fault) {
         return false;
     fault.kind = *kind;
     switch (fault.kind) {
+    case FaultKind::Null:
+    case FaultKind::Empty:
+        return TakeRest(line).empty();
     case FaultKind::Sleep:
-        return ParseSleep(line, fault);
+        return ParseSleep(line, fault) && TakeRest(line).empty();
     case FaultKind::Result:
     case FaultKind::Then:
     case FaultKind::Exit:
-        return ParseCode(line, fault);
+        return ParseCode(line, fault) && TakeRest(line).empty();
     case FaultKind::Error:
-        if (!ParseCode(line, fault))
-            return false;
-        break;
+        return ParseCode(line, fault) && ParseText(line, fault);
+    case FaultKind::Variant:
+        return ParseText(line, fault) && IsVariantForm(fault.text);
     default:
-        break;
+        return ParseText(line, fault);
     }
-    fault.text = FromUtf8(TakeRest(line));
-    return true;
 }
 
 bool ParseRule(std::string_view line, FaultRule& rule) {
@@ -131,12 +132,12 @@ std::optional<std::vector<FaultRule>> ParseFaultPlan(std::string_view text,
     while (!text.empty()) {
         const std::string_view line = text.substr(0, text.find('\n'));
         text.remove_prefix(std::min(line.size() + 1, text.size()));
-        const std::string_view content = TakeRest(line);
-        if (content.empty() || content.front() == '#')
+        const std::size_t start = line.find_first_not_of(Blanks);
+        if (start == std::string_view::npos || line[start] == '#')
             continue;
         FaultRule rule;
         if (!ParseRule(line, rule)) {
-            *complaint = line;
+            *complaint = TakeRest(line);
             return std::nullopt;
         }
         rules.push_back(rule);

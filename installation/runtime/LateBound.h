@@ -5,6 +5,7 @@
 #include "components/Contract.h"
 #include "installation/runtime/Call.h"
 #include "installation/runtime/DispatchArguments.h"
+#include "installation/runtime/EarlyBound.h"
 #include "installation/runtime/StandIn.h"
 
 #include <string>
@@ -12,11 +13,23 @@
 #include <type_traits>
 #include <utility>
 
-namespace devinst {
+namespace zt {
 
-// For stand-ins' own contracts: a property put by reference.
+// For stand-ins' own contracts, beside the kinds that the program uses: a property put by
+// reference.
 struct PropertyPutReference {
     static constexpr WORD Kind = DISPATCH_PROPERTYPUTREF;
+};
+
+} // namespace zt
+
+namespace devinst {
+
+// The early-bound side of a stand-in that has late-bound operations only:
+// AddFace(IID_IDispatch, FunctionTable<AutomationObject, Derived>()).
+struct AutomationObject : IDispatch {
+    static constexpr char Name[] = "IDispatch";
+    using Operations = std::tuple<>;
 };
 
 namespace detail {

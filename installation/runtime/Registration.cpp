@@ -55,8 +55,17 @@ HRESULT RegisterClass(const std::wstring& library, const ComponentClass& compone
     return result;
 }
 
-void DeleteTree(const std::wstring& key) {
-    RegDeleteTreeW(HKEY_LOCAL_MACHINE, (ClassesKey + key).c_str());
+// A key that is not there counts as deleted.
+HRESULT DeleteTree(const std::wstring& key) {
+    const LSTATUS status = RegDeleteTreeW(HKEY_LOCAL_MACHINE, (ClassesKey + key).c_str());
+    return status == ERROR_FILE_NOT_FOUND ? S_OK : HRESULT_FROM_WIN32(static_cast<DWORD>(status));
+}
+
+HRESULT UnregisterClass(const ComponentClass& component) {
+    const HRESULT result = DeleteTree(L"CLSID\\" + IdText(component.classId));
+    if (FAILED(result) || component.progId == nullptr)
+        return result;
+    return DeleteTree(component.progId);
 }
 
 } // namespace
@@ -73,9 +82,9 @@ HRESULT RegisterClasses(HINSTANCE library, std::span<const ComponentClass> class
 
 HRESULT UnregisterClasses(std::span<const ComponentClass> classes) {
     for (const ComponentClass& component : classes) {
-        DeleteTree(L"CLSID\\" + IdText(component.classId));
-        if (component.progId != nullptr)
-            DeleteTree(component.progId);
+        const HRESULT result = UnregisterClass(component);
+        if (FAILED(result))
+            return result;
     }
     return S_OK;
 }

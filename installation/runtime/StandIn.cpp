@@ -4,6 +4,7 @@
 #include "installation/runtime/LiveObjects.h"
 #include "installation/runtime/Trace.h"
 
+#include <algorithm>
 #include <deque>
 #include <map>
 
@@ -36,24 +37,28 @@ ULONG STDMETHODCALLTYPE ReleaseOf(Face* face) {
     return OwnerOf(face, "Release").ReleaseReference();
 }
 
-HRESULT STDMETHODCALLTYPE GetTypeInfoCountOf(Face*, UINT* count) {
+HRESULT STDMETHODCALLTYPE GetTypeInfoCountOf(Face* face, UINT* count) {
     *count = 0;
-    return S_OK;
+    return Perform({OwnerOf(face, "GetTypeInfoCount"), "GetTypeInfoCount", ""}, {}, {},
+                   [] { return S_OK; });
 }
 
-HRESULT STDMETHODCALLTYPE GetTypeInfoOf(Face*, UINT, LCID, ITypeInfo** info) {
+HRESULT STDMETHODCALLTYPE GetTypeInfoOf(Face* face, UINT, LCID, ITypeInfo** info) {
     *info = nullptr;
-    return E_NOTIMPL;
+    return Perform({OwnerOf(face, "GetTypeInfo"), "GetTypeInfo", ""}, {}, {},
+                   [] { return E_NOTIMPL; });
 }
 
 HRESULT STDMETHODCALLTYPE GetIDsOfNamesOf(Face* face, REFIID, LPOLESTR* names, UINT count, LCID,
                                           DISPID* ids) {
     StandIn& owner = OwnerOf(face, "GetIDsOfNames");
-    if (count != 1)
-        return DISP_E_UNKNOWNNAME;
-    *ids = DISPID_UNKNOWN;
-    return Perform({owner, "GetIDsOfNames", ""}, {Described(names[0])}, {Output::Number(ids)},
-                   [&] { return owner.FindDispatchName(names[0], ids); });
+    const HRESULT result =
+        Perform({owner, "GetIDsOfNames", ""}, {Described(names[0])}, {Output::Number(ids)}, [&] {
+            return count == 1 ? owner.FindDispatchName(names[0], ids) : DISP_E_UNKNOWNNAME;
+        });
+    if (FAILED(result))
+        std::fill_n(ids, count, DISPID_UNKNOWN);
+    return result;
 }
 
 HRESULT STDMETHODCALLTYPE InvokeOf(Face* face, DISPID id, REFIID, LCID, WORD kind,
@@ -123,11 +128,11 @@ std::string StandIn::Label() const {
 }
 
 HRESULT StandIn::FindDispatchName(const wchar_t*, DISPID*) {
-    return E_NOTIMPL;
+    return DISP_E_UNKNOWNNAME;
 }
 
-HRESULT StandIn::InvokeDispatch(DISPID, WORD, DISPPARAMS&, VARIANT*, EXCEPINFO*) {
-    return E_NOTIMPL;
+HRESULT StandIn::InvokeDispatch(DISPID id, WORD, DISPPARAMS&, VARIANT*, EXCEPINFO*) {
+    FailLoudly(Label() + " Invoke " + std::to_string(id) + ", which no table lists");
 }
 
 Face* StandIn::AddFace(REFIID iid, const void* const* functions) {
@@ -171,7 +176,7 @@ void TraceLiveObjects(const char* library) {
         if (count != 0)
             classes += (classes.empty() ? "" : ", ") + className + " " + std::to_string(count);
     }
-    TraceLine(std::string("live ") + library + ": " + (classes.empty() ? "none" : classes));
+    TraceLine(std::string("live ") + library + ": " + (classes.empty() ? "0" : classes));
 }
 
 } // namespace devinst

@@ -37,8 +37,8 @@ class StandIn {
     // "KernelProject#2": class and running number.
     std::string Label() const;
 
-    // GetIDsOfNames and Invoke of objects that answer IDispatch; E_NOTIMPL unless a table of
-    // late-bound operations is implemented (see LateBound.h).
+    // GetIDsOfNames and Invoke of objects that answer IDispatch. Without a table of late-bound
+    // operations (see LateBound.h) no name is known and every Invoke ends the process.
     virtual HRESULT FindDispatchName(const wchar_t* name, DISPID* id);
     virtual HRESULT InvokeDispatch(DISPID id, WORD kind, DISPPARAMS& parameters, VARIANT* result,
                                    EXCEPINFO* exception);

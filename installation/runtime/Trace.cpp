@@ -8,24 +8,35 @@ namespace devinst {
 
 namespace {
 
-// Kept open until the process ends: closing it would only race with the last lines.
+void WriteWhole(HANDLE file, const std::string& text) {
+    DWORD written = 0;
+    WriteFile(file, text.data(), static_cast<DWORD>(text.size()), &written, nullptr);
+}
+
+[[noreturn]] void End(const std::string& what) {
+    WriteWhole(GetStdHandle(STD_ERROR_HANDLE), "development installation: misuse: " + what + "\n");
+    TerminateProcess(GetCurrentProcess(), MisuseExitCode);
+    for (;;)
+        Sleep(INFINITE);
+}
+
+// Kept open until the process ends: closing it would only race with the last lines. A trace that
+// cannot be written ends the process, since the test that asked for it would read nothing into it.
 HANDLE OpenTrace() {
     const std::wstring path = EnvironmentText(L"ZT_TRACE");
     if (path.empty())
         return INVALID_HANDLE_VALUE;
-    return CreateFileW(path.c_str(), FILE_APPEND_DATA,
-                       FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr, OPEN_ALWAYS,
-                       FILE_ATTRIBUTE_NORMAL, nullptr);
+    const HANDLE file = CreateFileW(path.c_str(), FILE_APPEND_DATA,
+                                    FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                    OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (file == INVALID_HANDLE_VALUE)
+        End("cannot write the trace " + ToUtf8(path));
+    return file;
 }
 
 HANDLE TraceFile() {
     static const HANDLE file = OpenTrace();
     return file;
-}
-
-void WriteWhole(HANDLE file, const std::string& text) {
-    DWORD written = 0;
-    WriteFile(file, text.data(), static_cast<DWORD>(text.size()), &written, nullptr);
 }
 
 } // namespace
@@ -41,19 +52,7 @@ void TraceLine(const std::string& line) {
 
 void FailLoudly(const std::string& what) {
     TraceLine("misuse: " + what);
-    WriteWhole(GetStdHandle(STD_ERROR_HANDLE), "development installation: misuse: " + what + "\n");
-    TerminateProcess(GetCurrentProcess(), MisuseExitCode);
-    for (;;)
-        Sleep(INFINITE);
-}
-
-std::string ToUtf8(const std::wstring& text) {
-    const int length = static_cast<int>(text.size());
-    const int size =
-        WideCharToMultiByte(CP_UTF8, 0, text.data(), length, nullptr, 0, nullptr, nullptr);
-    std::string result(static_cast<std::size_t>(size), '\0');
-    WideCharToMultiByte(CP_UTF8, 0, text.data(), length, result.data(), size, nullptr, nullptr);
-    return result;
+    End(what);
 }
 
 } // namespace devinst

@@ -1,6 +1,8 @@
 // The trace: every call on every stand-in, one line each, in the file that ZT_TRACE names.
 #pragma once
 
+#include "installation/runtime/Utf8.h"
+
 #include <string>
 
 namespace devinst {
@@ -16,8 +18,5 @@ void TraceLine(const std::string& line);
 // abnormally with exit code MisuseExitCode.
 [[noreturn]] void FailLoudly(const std::string& what);
 constexpr unsigned MisuseExitCode = 70;
-
-// UTF-16 to UTF-8.
-std::string ToUtf8(const std::wstring& text);
 
 } // namespace devinst

@@ -1,0 +1,48 @@
+#include "installation/handlers/OpenProject.h"
+
+#include "framework/Exceptions.h"
+#include "installation/runtime/Call.h"
+
+#include <comdef.h>
+
+namespace devinst {
+
+namespace {
+
+constexpr LCID UserLocale = 0x400;
+
+_variant_t Call(IDispatch* object, const wchar_t* name, WORD kind, DISPPARAMS parameters) {
+    wchar_t* names[] = {const_cast<wchar_t*>(name)};
+    DISPID id = DISPID_UNKNOWN;
+    const HRESULT found = object->GetIDsOfNames(IID_NULL, names, 1, UserLocale, &id);
+    if (FAILED(found))
+        throw ComFailure{found, std::wstring(L"The kernel does not know ") + name + L"."};
+    _variant_t result;
+    ExceptionInfo info;
+    const HRESULT called =
+        object->Invoke(id, IID_NULL, UserLocale, kind, &parameters, &result, &info, nullptr);
+    if (called == DISP_E_EXCEPTION)
+        throw ComFailure{info.scode, info.bstrDescription != nullptr ? info.bstrDescription : L""};
+    if (FAILED(called))
+        throw ComFailure{called, std::wstring(L"The kernel refused ") + name + L"."};
+    return result;
+}
+
+} // namespace
+
+OpenProject::OpenProject(IDispatch* kernel) {
+    if (kernel == nullptr)
+        throw ComFailure{E_POINTER, L"The handler was given no kernel."};
+    _variant_t project = Call(kernel, L"CurrentProject", DISPATCH_PROPERTYGET, {});
+    if (project.vt != VT_DISPATCH || project.pdispVal == nullptr)
+        throw ComFailure{E_FAIL, L"No project is open."};
+    m_project.Attach(project.Detach().pdispVal);
+}
+
+void OpenProject::SetMetadata(const std::wstring& name, const std::wstring& value) {
+    _variant_t lastToFirst[] = {value.c_str(), name.c_str()};
+    DISPPARAMS parameters = {lastToFirst, nullptr, 2, 0};
+    Call(m_project.Get(), L"SetMetadata", DISPATCH_METHOD, parameters);
+}
+
+} // namespace devinst

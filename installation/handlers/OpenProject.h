@@ -1,0 +1,25 @@
+// The open project as a handler reaches it: by name, from the kernel's automation interface.
+#pragma once
+
+#include <windows.h>
+#include <oleauto.h>
+#include <wrl/client.h>
+
+#include <string>
+
+namespace devinst {
+
+class OpenProject {
+  public:
+    // Reads the kernel's property "CurrentProject". Raises ComFailure when there is no kernel or no
+    // project is open.
+    explicit OpenProject(IDispatch* kernel);
+
+    // Calls the project's "SetMetadata". Raises the project's own failure as ComFailure.
+    void SetMetadata(const std::wstring& name, const std::wstring& value);
+
+  private:
+    Microsoft::WRL::ComPtr<IDispatch> m_project;
+};
+
+} // namespace devinst
