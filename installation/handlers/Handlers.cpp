@@ -34,6 +34,6 @@ std::span<const ComponentClass> LibraryClasses() {
     return Classes;
 }
 
-const char* const LibraryName = "zt-handlers";
+const char* const LibraryName = "zt-handlers.dll";
 
 } // namespace devinst
