@@ -3,9 +3,10 @@
 #include "installation/runtime/Environment.h"
 #include "installation/runtime/Trace.h"
 
+#include <algorithm>
+#include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <filesystem>
 
 namespace devinst {
 
@@ -45,6 +46,12 @@ std::vector<FaultRule> ReadPlan() {
     return *std::move(rules);
 }
 
+// Lives until the process ends: objects may be released after static destruction has begun.
+std::vector<FaultRule>& ThePlan() {
+    static auto* const rules = new std::vector<FaultRule>(ReadPlan());
+    return *rules;
+}
+
 bool Matches(const FaultRule& rule, std::string_view object, std::string_view operation) {
     return (rule.object == "*" || rule.object == object) &&
            (rule.operation == "*" || rule.operation == operation);
@@ -53,7 +60,7 @@ bool Matches(const FaultRule& rule, std::string_view object, std::string_view op
 } // namespace
 
 std::optional<Fault> NextFault(std::string_view object, std::string_view operation) {
-    static const std::vector<FaultRule> rules = ReadPlan();
+    const std::vector<FaultRule>& rules = ThePlan();
     std::optional<Fault> fault;
     for (std::size_t i = 0; i < rules.size(); ++i) {
         if (!Matches(rules[i], object, operation))
@@ -63,6 +70,11 @@ std::optional<Fault> NextFault(std::string_view object, std::string_view operati
             fault = rules[i].fault;
     }
     return fault;
+}
+
+void ReplaceFaultPlan(std::vector<FaultRule> rules) {
+    ThePlan() = std::move(rules);
+    std::fill_n(SharedCounts(), MostRules, 0);
 }
 
 } // namespace devinst

@@ -45,4 +45,8 @@ std::optional<std::vector<FaultRule>> ParseFaultPlan(std::string_view text, std:
 // counts are shared by all libraries of the process. A plan that cannot be read ends the process.
 std::optional<Fault> NextFault(std::string_view object, std::string_view operation);
 
+// Puts another plan in the place of the one that was read, with all counts at zero. Holds for the
+// calling library only.
+void ReplaceFaultPlan(std::vector<FaultRule> rules);
+
 } // namespace devinst
