@@ -11,6 +11,8 @@ add_subdirectory(${ZT_GOOGLETEST_SOURCES} ${PROJECT_BINARY_DIR}/googletest EXCLU
 function(zt_add_tests)
   cmake_parse_arguments(arg "" "NAME" "SOURCES;LIBRARIES" ${ARGN})
   add_executable(${arg_NAME} ${arg_SOURCES})
+  # Only the code under test is optimised: the tests' own sources compile in half the time.
+  target_compile_options(${arg_NAME} PRIVATE -O0)
   if(WIN32)
     target_sources(${arg_NAME} PRIVATE ${PROJECT_SOURCE_DIR}/tests/unit/Main.cpp)
     target_link_libraries(${arg_NAME} PRIVATE ${arg_LIBRARIES} zt_windows_settings GTest::gmock)

@@ -24,16 +24,22 @@ void AddToArchive(CZTInvisible& app, AutomationObject<Archive>& archive) {
     archive.Call<Archive::AddProject>(exported.Get(), OrEmpty(storedName), representations.c_str());
 }
 
+// The archive is released, and so complete, when this returns.
+void WriteArchive(CZTInvisible& app, AutomationObject<Administration>& administration,
+                  const std::wstring& path) {
+    AutomationObject<Archive> archive(
+        administration.Call<Administration::OpenArchive>(path.c_str(), CreateNew));
+    if (!archive)
+        throw L"Can't create KVP-file";
+    AddToArchive(app, archive);
+}
+
 } // namespace
 
 void SaveProject(CZTInvisible& app, AutomationObject<Administration>& administration,
                  const std::wstring& projectName) {
     KernelAdmin::SetSaveMode::Call(app.m_pKernelAdmin.Get(), SaveToArchive);
-    AutomationObject<Archive> archive(administration.Call<Administration::OpenArchive>(
-        ArchivePath(app, projectName).c_str(), CreateNew));
-    if (!archive)
-        throw L"Can't create KVP-file";
-    AddToArchive(app, archive);
+    WriteArchive(app, administration, ArchivePath(app, projectName));
     app.Log(L"Project saved to KVP file\n");
 }
 
