@@ -1,0 +1,20 @@
+#include "cms/TcpMessageClient.h"
+
+#include "cms/NotifyContentManager.h"
+
+#include "app/Console.h"
+#include "app/ZTInvisible.h"
+#include "cms/Notification.h"
+
+namespace zt {
+
+int NotifyContentManager(CZTInvisible& app, const wchar_t* action, const wchar_t* argument) {
+    const Delivery delivery =
+        DeliverNotification(app.m_strExchangePath, action, argument, SharedTcpMessageClient);
+    // The text may hold a "%" of the client's.
+    if (!delivery.text.empty())
+        ConsolePrint(L"%s", delivery.text.c_str());
+    return delivery.result;
+}
+
+} // namespace zt
