@@ -6,6 +6,8 @@
 #include "components/contracts/Administration.h"
 #include "components/contracts/Handlers.h"
 #include "components/contracts/Kernel.h"
+#include "config/AxesPosition.h"
+#include "config/SpecificationClass.h"
 #include "framework/WinApp.h"
 
 #include <comdef.h>
@@ -18,12 +20,6 @@ namespace zt {
 
 class CStatusDispSite;
 struct CommandLine;
-
-// Classes of a specification, with the values that the components know them by.
-enum class SpecificationClass : std::int32_t { Ipc = 0, Proc = 1, Trng = 2, Text = 3, Illus = 4 };
-
-// x (low 16 bits) 85, y (high 16 bits) 15.
-constexpr std::uint32_t DefaultAxesPosition = 0x000F0055;
 
 class CZTInvisible : public CWinApp {
   public:
