@@ -30,17 +30,20 @@ HRESULT FindName(IDispatch* object, const wchar_t* name, DISPID* id) {
     return object->GetIDsOfNames(IID_NULL, names, 1, NameLocale, id);
 }
 
+HRESULT ReadProperty(IDispatch* object, DISPID id, VARIANT* value) {
+    DISPPARAMS none = {};
+    ExceptionInfo info;
+    return object->Invoke(id, IID_NULL, NameLocale, DISPATCH_PROPERTYGET, &none, value, &info,
+                          nullptr);
+}
+
 void GetPropertyByName(IDispatch* object, const wchar_t* name, IDispatch** value) {
     *value = nullptr;
     DISPID id = DISPID_UNKNOWN;
     if (FAILED(FindName(object, name, &id)))
         return;
-    DISPPARAMS none = {};
     _variant_t result;
-    ExceptionInfo info;
-    const HRESULT read = object->Invoke(id, IID_NULL, NameLocale, DISPATCH_PROPERTYGET, &none,
-                                        &result, &info, nullptr);
-    if (SUCCEEDED(read) && result.vt == VT_DISPATCH)
+    if (SUCCEEDED(ReadProperty(object, id, &result)) && result.vt == VT_DISPATCH)
         *value = result.Detach().pdispVal;
 }
 

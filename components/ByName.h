@@ -14,6 +14,9 @@ constexpr LCID NameLocale = 0x400;
 // Looks one name up. Returns the result code of GetIDsOfNames.
 HRESULT FindName(IDispatch* object, const wchar_t* name, DISPID* id);
 
+// Reads the property, without arguments. *value must be empty. Returns the result code of Invoke.
+HRESULT ReadProperty(IDispatch* object, DISPID id, VARIANT* value);
+
 // Reads the property as an object. *value receives a reference of the caller's; it is null when
 // the lookup or the call fails or the value is of another type than VT_DISPATCH.
 void GetPropertyByName(IDispatch* object, const wchar_t* name, IDispatch** value);
