@@ -1,5 +1,6 @@
 #include "installation/handlers/OpenProject.h"
 
+#include "framework/Adopt.h"
 #include "framework/Exceptions.h"
 #include "installation/runtime/Call.h"
 
@@ -28,6 +29,12 @@ _variant_t Call(IDispatch* object, const wchar_t* name, WORD kind, DISPPARAMS pa
     return result;
 }
 
+std::wstring TextOf(const _variant_t& value) {
+    if (value.vt != VT_BSTR || value.bstrVal == nullptr)
+        return {};
+    return {value.bstrVal, SysStringLen(value.bstrVal)};
+}
+
 } // namespace
 
 OpenProject::OpenProject(IDispatch* kernel) {
@@ -36,13 +43,27 @@ OpenProject::OpenProject(IDispatch* kernel) {
     _variant_t project = Call(kernel, L"CurrentProject", DISPATCH_PROPERTYGET, {});
     if (project.vt != VT_DISPATCH || project.pdispVal == nullptr)
         throw ComFailure{E_FAIL, L"No project is open."};
-    m_project.Attach(project.Detach().pdispVal);
+    m_project = Adopt(project.Detach().pdispVal);
 }
 
 void OpenProject::SetMetadata(const std::wstring& name, const std::wstring& value) {
     _variant_t lastToFirst[] = {value.c_str(), name.c_str()};
     DISPPARAMS parameters = {lastToFirst, nullptr, 2, 0};
     Call(m_project.Get(), L"SetMetadata", DISPATCH_METHOD, parameters);
+}
+
+std::wstring OpenProject::Metadata(const std::wstring& name) {
+    _variant_t argument(name.c_str());
+    DISPPARAMS parameters = {&argument, nullptr, 1, 0};
+    return TextOf(Call(m_project.Get(), L"GetMetadata", DISPATCH_METHOD, parameters));
+}
+
+std::wstring OpenProject::Revision() {
+    return TextOf(Call(m_project.Get(), L"Revision", DISPATCH_PROPERTYGET, {}));
+}
+
+std::wstring OpenProject::DocumentPath() {
+    return TextOf(Call(m_project.Get(), L"DocumentPath", DISPATCH_PROPERTYGET, {}));
 }
 
 } // namespace devinst

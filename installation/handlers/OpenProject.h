@@ -17,6 +17,10 @@ class OpenProject {
 
     // Calls the project's "SetMetadata". Raises the project's own failure as ComFailure.
     void SetMetadata(const std::wstring& name, const std::wstring& value);
+    // Empty where the project has none.
+    std::wstring Metadata(const std::wstring& name);
+    std::wstring Revision();
+    std::wstring DocumentPath();
 
   private:
     Microsoft::WRL::ComPtr<IDispatch> m_project;

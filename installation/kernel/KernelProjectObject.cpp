@@ -148,9 +148,12 @@ HRESULT KernelProjectObject::On(zt::KernelProject::GenerateDocument, BSTR handle
     if (SysStringLen(handler) == 0)
         return E_INVALIDARG;
     const std::wstring name = Attribute(ProjectOf(m_index), L"name");
-    const XmlFile document = XmlFile::FromText(L"<document><title/></document>");
+    const XmlElement title = FindMetadata(L"Title");
+    const XmlFile document = XmlFile::FromText(L"<document/>");
+    SetAttribute(document.Root(), L"title", title != nullptr ? TextOf(title) : name);
+    SetAttribute(document.Root(), L"language", Attribute(ProjectOf(m_index), L"language"));
     SetAttribute(document.Root(), L"generator", TextFrom(handler));
-    SetTextOf(RequireChild(document.Root(), L"title"), name);
+    SetTextOf(AddChild(document.Root(), L"section"), name);
     fs::create_directories(m_folder / L"documents");
     document.Save(m_folder / L"documents" / (name + L".xml"));
     MakeMainDocument(name + L".xml", handler);
@@ -182,6 +185,14 @@ HRESULT KernelProjectObject::On(ProjectScripting::SetMetadata, BSTR name, BSTR v
 HRESULT KernelProjectObject::On(ProjectScripting::GetMetadata, BSTR name, BSTR* value) {
     const XmlElement item = FindMetadata(TextFrom(name));
     return Give(item != nullptr ? TextOf(item) : L"", value);
+}
+
+HRESULT KernelProjectObject::On(ProjectScripting::GetRevision, BSTR* revision) {
+    return GiveIndexText(L"revision", revision);
+}
+
+HRESULT KernelProjectObject::On(ProjectScripting::GetDocumentPath, BSTR* path) {
+    return Give(DocumentPath().wstring(), path);
 }
 
 HRESULT KernelProjectObject::FindDispatchName(const wchar_t* name, DISPID* id) {

@@ -41,6 +41,8 @@ class KernelProjectObject final : public StandIn {
     HRESULT On(ProjectScripting::GetName, BSTR* name);
     HRESULT On(ProjectScripting::SetMetadata, BSTR name, BSTR value);
     HRESULT On(ProjectScripting::GetMetadata, BSTR name, BSTR* value);
+    HRESULT On(ProjectScripting::GetRevision, BSTR* revision);
+    HRESULT On(ProjectScripting::GetDocumentPath, BSTR* path);
     HRESULT FindDispatchName(const wchar_t* name, DISPID* id) override;
     HRESULT InvokeDispatch(DISPID id, WORD kind, DISPPARAMS& parameters, VARIANT* result,
                            EXCEPINFO* exception) override;

@@ -14,7 +14,9 @@ namespace devinst {
 #define ZT_PROJECT_SCRIPTING(OPERATION)                                                  \
     OPERATION(GetName,              1001, PropertyGet,      Text)                        \
     OPERATION(SetMetadata,          1002, Method,           Nothing,    ::zt::Text, ::zt::Text) \
-    OPERATION(GetMetadata,          1003, Method,           Text,       ::zt::Text)
+    OPERATION(GetMetadata,          1003, Method,           Text,       ::zt::Text)      \
+    OPERATION(GetRevision,          1004, PropertyGet,      Text)                        \
+    OPERATION(GetDocumentPath,      1005, PropertyGet,      Text /* empty without a document */)
 // clang-format on
 
 struct KernelScripting {

@@ -70,8 +70,9 @@ XmlFile XmlFile::FromText(const std::wstring& text) {
     return file;
 }
 
-XmlFile XmlFile::FromFile(const std::filesystem::path& path) {
+XmlFile XmlFile::FromFile(const std::filesystem::path& path, Blanks blanks) {
     XmlFile file;
+    file.m_document->put_preserveWhiteSpace(blanks == Blanks::Kept ? VARIANT_TRUE : VARIANT_FALSE);
     VARIANT_BOOL loaded = VARIANT_FALSE;
     file.m_document->load(_variant_t(path.c_str()), &loaded);
     if (loaded != VARIANT_TRUE)

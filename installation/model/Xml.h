@@ -15,11 +15,14 @@ namespace devinst {
 using Microsoft::WRL::ComPtr;
 using XmlElement = ComPtr<IXMLDOMElement>;
 
+// Whether text that is nothing but blanks is kept when a document is read.
+enum class Blanks { Dropped, Kept };
+
 // A loaded document. Failures are raised as ComFailure, with the parser's reason and line.
 class XmlFile {
   public:
     static XmlFile FromText(const std::wstring& text);
-    static XmlFile FromFile(const std::filesystem::path& path);
+    static XmlFile FromFile(const std::filesystem::path& path, Blanks blanks = Blanks::Dropped);
 
     XmlElement Root() const;
     void Save(const std::filesystem::path& path) const;
