@@ -8,7 +8,9 @@
 #include <objbase.h>
 
 // The runtime of some toolchains expands wildcards in arguments unless told not to.
-extern "C" int _dowildcard = 0;
+extern "C" {
+int _dowildcard = 0;
+}
 
 namespace {
 
