@@ -1,0 +1,419 @@
+"""-UPDATEDOC: the project's document, generated where it is missing, goes through the hidden editor
+control and back into the archive."""
+
+from __future__ import annotations
+
+from xml.etree import ElementTree
+
+import pytest
+
+from harness.documents import MARKED, change_marks, document_in, make_archive, paragraphs
+from harness.logs import without_times
+
+UPDATING = b"Updating document 'Manual.xml'\r\n"
+UPDATED = b"Document in the project was updated\r\n"
+UP_TO_DATE = b"Document is up-to-date and has not been modified\r\n"
+SAVED = b"Project saved to KVP file\r\n"
+
+NOT_INITIALISED = b"ERROR initializing KVXMed"
+NOT_LOADED = (b"Error updating document - document could not be loaded into XMED. "
+              b"It can be invalid.")
+NOT_SAVED = b"Error updating document"
+
+# The lookups of the control's names, counted; the plan makes the n-th of them fail.
+KERNEL, HAS_DOCUMENT, UNSAVED, XMED, SAVE = 1, 2, 3, 4, 5
+
+
+class Update:
+    """One run on the project Pump of the test's own."""
+
+    def __init__(self, sandbox):
+        self._sandbox = sandbox
+        self.archive = sandbox.path("exchange", "Pump.kvp")
+        self.run = None
+        self.before = b""
+
+    def make(self, document: str | None = MARKED, specification=None) -> None:
+        make_archive(self.archive, document, specification)
+
+    # A new title changes the document, the status that the project has already changes nothing.
+    def __call__(self, *arguments: str, title: str = "Boiler pump", faults: str = "",
+                 update: bool = True) -> "Update":
+        if not self.archive.exists():
+            self.make()
+        self.before = self.archive.read_bytes()
+        action = ["-META", "Title", title] if title else ["-META", "Status", "draft"]
+        self.run = self._sandbox.run(
+            "-IN", self._sandbox.windows("exchange", "Pump.kvp"), "-LOG",
+            self._sandbox.windows("run.log"), "-M", "job", *action,
+            *(["-UPDATEDOC"] if update else []), *arguments, faults=faults)
+        return self
+
+    @property
+    def log(self) -> bytes:
+        return without_times(self._sandbox.read("run.log"))
+
+    @property
+    def log_of_update(self) -> bytes:
+        """What the log has behind the metadata, or behind the loading where none was set."""
+        for line in (b"Value of metadata 'Title' set to 'Boiler pump'\r\n", b"Project loaded by "):
+            if line in self.log:
+                rest = self.log[self.log.index(line):]
+                return rest[rest.index(b"\r\n") + 2:]
+        raise AssertionError(self.log)
+
+    @property
+    def succeeded(self) -> bool:
+        return self._sandbox.names("exchange") == ["Pump.kvp", "job_DONE"]
+
+    def check_failed_with(self, text: bytes, log: bytes = UPDATING) -> None:
+        assert self.log_of_update == log + b"ERROR: " + text
+        assert self._sandbox.names("exchange") == ["Pump.kvp", "job_ERROR"]
+        assert self._sandbox.read("exchange", "job_ERROR") == text + b"\r\n"
+        assert self.archive.read_bytes() == self.before
+        self.check_control_is_gone()
+
+    def check_control_is_gone(self) -> None:
+        """Deactivated (where it was active), closed, its site cleared, in this order and last."""
+        calls = [line.split()[1] for line in self.run.trace
+                 if line.startswith("EditorControl#1 ")]
+        if calls:
+            assert calls[-2:] == ["Close", "SetClientSite"]
+            if any("program OnInPlaceActivate" in line for line in self.run.trace):
+                assert calls[-3] == "InPlaceDeactivate"
+
+    def calls(self, *objects: str) -> list[str]:
+        """The calls on the objects, from object to result, without the queries for interfaces."""
+        return [line for line in self.run.trace
+                if line.startswith(tuple(f"{name}#" for name in objects))
+                and " QueryInterface " not in line]
+
+    @property
+    def commands(self) -> list[str]:
+        return [line.split('"')[1] for line in self.calls("EditorHost") if " Run " in line]
+
+    @property
+    def document(self):
+        return document_in(self.archive)
+
+
+@pytest.fixture
+def update(installed):
+    return Update(installed)
+
+
+@pytest.fixture
+def without_editor_class(installed):
+    installed.delete_registry("HKLM", r"Software\Classes\KV.XMedCtrl.1")
+    yield
+    installed.register_components()
+
+
+# ---- the document ----
+
+def test_document_without_unsaved_changes_is_left_alone(update):
+    update(title="")
+    assert update.log_of_update.startswith(UPDATING + UP_TO_DATE + b"SUCCESS: ")
+    assert update.commands == []
+    assert not any("PutCmdSave" in line for line in update.run.trace)
+    assert update.archive.read_bytes() == update.before
+    assert update.succeeded
+
+
+def test_changed_document_is_saved_with_its_change_marks(update):
+    update.make()
+    assert change_marks(document_in(update.archive)) == 6
+    update()
+    assert update.log_of_update.startswith(UPDATING + UPDATED + SAVED)
+    assert update.commands == ["OnSaveToCMS"]
+    assert update.document.get("title") == "Boiler pump"
+    assert update.document.get("saves") == "1"
+    assert update.document.get("savedRevision") == "A"
+    assert change_marks(update.document) == 6
+    assert paragraphs(update.document) == paragraphs(ElementTree.fromstring(MARKED.encode()))
+    assert update.succeeded
+
+
+def test_change_marks_are_removed_first_for_a_new_revision(update):
+    update("-NR")
+    assert update.log_of_update.startswith(
+        UPDATING + UPDATED + b"New revision of the project started\r\n" + SAVED)
+    assert update.commands == ["cmd_removeChangeMarks", "OnSaveToCMS"]
+    assert change_marks(update.document) == 0
+    assert paragraphs(update.document) == ["Switch off and lock the motor.",
+                                           "Drain the housing.", "Take eight screws."]
+    assert update.document.get("saves") == "1"
+
+
+def test_saves_are_counted_from_run_to_run(update):
+    update()
+    update(title="Drain pump")
+    assert update.document.get("saves") == "2"
+    assert update.document.get("title") == "Drain pump"
+
+
+def test_document_is_not_touched_without_updatedoc(update):
+    update("-NR", update=False)
+    assert b"document" not in update.log_of_update.lower()
+    assert not any("Editor" in line for line in update.run.trace)
+    assert change_marks(update.document) == 6
+
+
+def test_document_name_of_other_letters_is_logged_by_the_runtimes_rule(update, installed):
+    # The log's character set has "\xe4", but not the Greek letter.
+    attached = installed.path("work", "B\xe4r \u03a9.xml")
+    attached.write_text(MARKED, encoding="utf-8")
+    update("-DM", installed.windows("work", "B\xe4r \u03a9.xml"))
+    assert b"Updating document 'B\xe4r ?.xml'\r\n" + UPDATED in update.log_of_update
+    assert document_in(update.archive, "B\xe4r \u03a9.xml").get("saves") == "1"
+
+
+# ---- a missing document ----
+
+def test_missing_document_is_generated_by_the_specifications_handler(update):
+    update.make(None)
+    update(title="")
+    assert update.log_of_update.startswith(
+        b"Document 'Pump.xml' was generated in the project\r\n"
+        b"Updating document 'Pump.xml'\r\n" + UP_TO_DATE + SAVED)
+    generated = document_in(update.archive, "Pump.xml")
+    assert generated.get("generator") == "KVDev.Manual"
+    assert generated.get("title") == "Feed pump"
+    assert [line.split(" -> ")[0] for line in update.calls("KernelProject")
+            if "Document" in line][:3] == [
+                'KernelProject#1 GetDocumentName [36] ()',
+                'KernelProject#1 GenerateDocument [61] ("KVDev.Manual")',
+                'KernelProject#1 GetDocumentName [36] ()']
+
+
+@pytest.mark.parametrize("faults", [
+    "KernelProject.GenerateDocument 1 result E_FAIL",
+    "KernelProject.GenerateDocument 1 error E_FAIL no template",
+    "KernelProject.GenerateDocument 1 null",
+    "KernelProject.GetDocumentName 2 empty",
+    "KernelProject.GetDocumentName 2 null",
+])
+def test_run_goes_on_without_the_editor_when_no_document_can_be_generated(update, faults):
+    update.make(None)
+    update(faults=faults)
+    assert update.log_of_update.startswith(b"Failed to generate document\r\n" + SAVED)
+    assert not any("Editor" in line for line in update.run.trace)
+    assert update.succeeded
+
+
+def test_specification_without_a_document_handler_generates_nothing(update):
+    update.make(None, {"name": "Catalog", "version": "2"})
+    update(title="")
+    assert update.log_of_update.startswith(b"Failed to generate document\r\nSUCCESS: ")
+    assert update.archive.read_bytes() == update.before
+
+
+def test_name_and_not_result_decides_whether_a_document_was_generated(update):
+    update.make(None)
+    update(title="", faults="KernelProject.GenerateDocument 1 then E_FAIL")
+    assert b"Document 'Pump.xml' was generated in the project\r\n" in update.log_of_update
+    assert update.succeeded
+
+
+# ---- the calls ----
+
+def test_editor_is_asked_in_this_order(update):
+    update("-NR")
+    assert [line for line in update.calls("EditorControl", "Editor", "EditorDocument",
+                                          "EditorHost")] == [
+        "EditorControl#1 GetMiscStatus [22] (1) -> S_OK, 131457",
+        "EditorControl#1 SetClientSite [3] (object) -> S_OK",
+        "EditorControl#1 InitNew [8] () -> S_OK",
+        "EditorControl#1 SetExtent [17] (1, object) -> S_OK",
+        "EditorControl#1 DoVerb [11] (-5, null, object, 0, window, (0,0)-(16,16)) -> S_OK",
+        "EditorControl#1 GetWindow [3] () -> S_OK",
+        'EditorControl#1 GetIDsOfNames ("Kernel") -> S_OK, 1',
+        "EditorControl#1 PutRefKernel [putref 1] (object) -> S_OK",
+        'EditorControl#1 GetIDsOfNames ("cmdHasDocument") -> S_OK, 2',
+        "EditorControl#1 GetCmdHasDocument [get 2] () -> S_OK, VT_BOOL true",
+        'EditorControl#1 GetIDsOfNames ("cmdSave") -> S_OK, 3',
+        "EditorControl#1 GetCmdSave [get 3] () -> S_OK, VT_BOOL true",
+        'EditorControl#1 GetIDsOfNames ("XMED") -> S_OK, 4',
+        "EditorControl#1 GetXMED [get 4] () -> S_OK, VT_DISPATCH Editor#1",
+        'Editor#1 GetIDsOfNames ("Document") -> S_OK, 1',
+        "Editor#1 GetDocument [get 1] () -> S_OK, VT_DISPATCH EditorDocument#1",
+        'EditorDocument#1 GetIDsOfNames ("Host") -> S_OK, 1',
+        "EditorDocument#1 GetHost [get 1] () -> S_OK, VT_DISPATCH EditorHost#1",
+        'EditorHost#1 GetIDsOfNames ("Run") -> S_OK, 1',
+        'EditorHost#1 Run [method 1] ("cmd_removeChangeMarks") -> S_OK',
+        'EditorHost#1 GetIDsOfNames ("Run") -> S_OK, 1',
+        'EditorHost#1 Run [method 1] ("OnSaveToCMS") -> S_OK',
+        'EditorControl#1 GetIDsOfNames ("cmdSave") -> S_OK, 3',
+        "EditorControl#1 PutCmdSave [put 3] (true) -> S_OK",
+        "EditorControl#1 InPlaceDeactivate [5] () -> S_OK",
+        "EditorControl#1 Close [6] (1) -> S_OK",
+        "EditorControl#1 SetClientSite [3] (null) -> S_OK",
+    ]
+
+
+def test_update_comes_before_the_new_revision_and_the_save(update):
+    update("-NR")
+    order = [part for line in update.run.trace
+             for part in ("SetValue", "PutCmdSave", "StartNewRevision", "SetSaveMode", "AddProject")
+             if f" {part} " in line]
+    assert order == ["SetValue", "PutCmdSave", "StartNewRevision", "SetSaveMode", "AddProject"]
+
+
+def test_editor_is_hosted_in_an_invisible_window_of_sixteen_pixels(update):
+    update()
+    host = next(line for line in update.run.trace if line.startswith("program GetWindow"))
+    # The system adds 0x04000000 to every window that overlaps others.
+    assert host == ("program GetWindow () -> S_OK, style 0x84000000, extended style 0x00000000, "
+                    'class style 0x00000000, (0,0)-(16,16), title "", invisible')
+    control = next(line for line in update.run.trace if line.startswith("window of EditorControl"))
+    assert control == ("window of EditorControl#1: style 0x50000000, extended style 0x00000000, "
+                       'class style 0x00000000, (0,0)-(16,16), id 0, title "", invisible')
+
+
+# ---- the control cannot be had ----
+
+@pytest.mark.parametrize("fault", [
+    "CreateInstance 1 result E_OUTOFMEMORY",
+    "CreateInstance 1 error E_FAIL no licence",
+    "CreateInstance 1 null",
+    "SetClientSite 1 result E_FAIL",
+    "InitNew 1 result E_FAIL",
+    "QueryInterface * result E_NOINTERFACE",
+])
+def test_control_that_cannot_be_created_fails_the_run(update, fault):
+    update(faults=f"EditorControl.{fault}")
+    update.check_failed_with(NOT_INITIALISED)
+    assert not any("PutRefKernel" in line for line in update.run.trace)
+
+
+def test_control_of_an_unknown_class_fails_the_run(update, without_editor_class):
+    update()
+    update.check_failed_with(NOT_INITIALISED)
+
+
+@pytest.mark.parametrize("fault", ["SetExtent 1 result E_FAIL", "InPlaceDeactivate 1 result E_FAIL",
+                                   "Close 1 result E_FAIL"])
+def test_control_that_refuses_what_is_not_needed_is_used_all_the_same(update, fault):
+    update(faults=f"EditorControl.{fault}")
+    assert update.log_of_update.startswith(UPDATING + UPDATED)
+    update.check_control_is_gone()
+
+
+def test_control_that_does_not_activate_is_used_all_the_same(update):
+    update(faults="EditorControl.DoVerb 1 result E_FAIL")
+    assert update.log_of_update.startswith(UPDATING + UPDATED)
+    assert not any("InPlaceDeactivate" in line for line in update.run.trace)
+    assert update.document.get("saves") == "1"
+
+
+# ---- "Kernel" ----
+
+def test_kernel_is_put_plainly_where_it_is_refused_by_reference(update):
+    update(faults="EditorControl.PutRefKernel 1 result DISP_E_MEMBERNOTFOUND")
+    kernel = [line for line in update.calls("EditorControl") if "Kernel [" in line]
+    assert kernel == [
+        "EditorControl#1 PutRefKernel [putref 1] (object) -> DISP_E_MEMBERNOTFOUND",
+        "EditorControl#1 PutKernel [put 1] (object) -> S_OK"]
+    assert update.log_of_update.startswith(UPDATING + UPDATED)
+
+
+@pytest.mark.parametrize("faults", [
+    f"EditorControl.GetIDsOfNames {KERNEL} result DISP_E_UNKNOWNNAME",
+    "EditorControl.PutRefKernel 1 result E_FAIL\nEditorControl.PutKernel 1 result E_FAIL",
+    "EditorControl.PutRefKernel 1 raise E_FAIL no\nEditorControl.PutKernel 1 raise E_FAIL no",
+])
+def test_control_that_takes_no_kernel_fails_the_run(update, faults):
+    update(faults=faults)
+    update.check_failed_with(NOT_INITIALISED)
+
+
+# ---- "cmdHasDocument" ----
+
+@pytest.mark.parametrize("document", [
+    "", "no XML", "<document>", "<document></dokument>", MARKED[:200], "<document>&unknown;</document>",
+])
+def test_document_that_is_not_well_formed_fails_the_run(update, document):
+    update.make(document or "\n")
+    update()
+    update.check_failed_with(NOT_LOADED)
+
+
+@pytest.mark.parametrize("value", ["false", "i4", "bstr", "empty", "null", "no-object", "array-i4",
+                                   "error"])
+def test_answer_other_than_true_means_that_no_document_was_loaded(update, value):
+    update(faults=f"EditorControl.GetCmdHasDocument 1 variant {value}")
+    update.check_failed_with(NOT_LOADED)
+
+
+@pytest.mark.parametrize("fault", [
+    f"GetIDsOfNames {HAS_DOCUMENT} result DISP_E_UNKNOWNNAME",
+    "GetCmdHasDocument 1 result E_FAIL",
+    "GetCmdHasDocument 1 raise E_FAIL cannot tell",
+])
+def test_control_that_cannot_tell_whether_it_has_a_document_is_believed(update, fault):
+    update(faults=f"EditorControl.{fault}")
+    assert update.log_of_update.startswith(UPDATING + UPDATED)
+    assert update.succeeded
+
+
+# ---- "cmdSave", read ----
+
+@pytest.mark.parametrize("fault", [
+    f"GetIDsOfNames {UNSAVED} result DISP_E_UNKNOWNNAME",
+    "GetCmdSave 1 result E_FAIL",
+    "GetCmdSave 1 raise E_FAIL cannot tell",
+    "GetCmdSave 1 variant false",
+    "GetCmdSave 1 variant i4",
+    "GetCmdSave 1 variant bstr",
+    "GetCmdSave 1 variant empty",
+    "GetCmdSave 1 variant array-bstr-2",
+])
+def test_control_that_tells_of_no_unsaved_changes_saves_nothing(update, fault):
+    update(faults=f"EditorControl.{fault}")
+    assert update.log_of_update.startswith(UPDATING + UP_TO_DATE)
+    assert update.commands == []
+    assert update.document.get("title") == "Feed pump"
+    assert update.succeeded
+
+
+# ---- the way to the host ----
+
+@pytest.mark.parametrize("object, operation", [
+    ("EditorControl", "GetXMED"), ("Editor", "GetDocument"), ("EditorDocument", "GetHost")])
+@pytest.mark.parametrize("fault", ["null", "result E_FAIL", "raise E_FAIL no", "variant i4",
+                                   "variant empty", "variant no-object", "unknown"])
+def test_document_is_saved_without_commands_where_the_host_is_not_reached(update, object,
+                                                                          operation, fault):
+    lookup = XMED if object == "EditorControl" else 1
+    update("-NR", faults=f"{object}.GetIDsOfNames {lookup} result DISP_E_UNKNOWNNAME"
+           if fault == "unknown" else f"{object}.{operation} 1 {fault}")
+    assert update.log_of_update.startswith(UPDATING + UPDATED)
+    assert update.commands == []
+    assert update.document.get("title") == "Boiler pump"
+    assert update.document.get("saves") is None
+    assert change_marks(update.document) == 6
+
+
+@pytest.mark.parametrize("fault", [
+    "Run * result E_FAIL",
+    "Run * raise E_FAIL no",
+    "GetIDsOfNames * result DISP_E_UNKNOWNNAME",
+])
+def test_what_the_commands_answer_is_not_looked_at(update, fault):
+    update("-NR", faults=f"EditorHost.{fault}")
+    assert update.log_of_update.startswith(UPDATING + UPDATED)
+    assert len([line for line in update.calls("EditorHost") if "GetIDsOfNames" in line]) == 2
+    assert update.document.get("title") == "Boiler pump"
+
+
+# ---- "cmdSave", put ----
+
+@pytest.mark.parametrize("fault", [
+    f"GetIDsOfNames {SAVE} result DISP_E_UNKNOWNNAME",
+    "PutCmdSave 1 result E_ACCESSDENIED",
+    "PutCmdSave 1 raise E_FAIL the disk is full",
+])
+def test_document_that_cannot_be_saved_fails_the_run(update, fault):
+    update(faults=f"EditorControl.{fault}")
+    update.check_failed_with(NOT_SAVED)
+    assert update.commands == ["OnSaveToCMS"]
