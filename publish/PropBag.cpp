@@ -13,23 +13,21 @@ namespace {
 constexpr LCID EnglishUnitedStates = 1033;
 
 // Numbers and texts have to mean the same for every user's regional settings.
-HRESULT Convert(VARIANT* result, const VARIANT& value, VARTYPE type) {
+HRESULT Convert(VARIANT* result, VARIANT& value, VARTYPE type) {
     return VariantChangeTypeEx(result, &value, EnglishUnitedStates, VARIANT_NOVALUEPROP, type);
 }
 
 KeyHolder OpenForReading(HKEY root, const std::wstring& name) {
     HKEY key = nullptr;
-    if (root == nullptr ||
-        RegOpenKeyExW(root, name.c_str(), 0, KEY_READ, &key) != ERROR_SUCCESS)
+    if (root == nullptr || RegOpenKeyExW(root, name.c_str(), 0, KEY_READ, &key) != ERROR_SUCCESS)
         return nullptr;
     return KeyHolder(key);
 }
 
 KeyHolder CreateForWriting(HKEY root, const std::wstring& name) {
     HKEY key = nullptr;
-    if (root == nullptr ||
-        RegCreateKeyExW(root, name.c_str(), 0, nullptr, REG_OPTION_NON_VOLATILE, KEY_ALL_ACCESS,
-                        nullptr, &key, nullptr) != ERROR_SUCCESS)
+    if (root == nullptr || RegCreateKeyExW(root, name.c_str(), 0, nullptr, REG_OPTION_NON_VOLATILE,
+                                           KEY_ALL_ACCESS, nullptr, &key, nullptr) != ERROR_SUCCESS)
         return nullptr;
     return KeyHolder(key);
 }
@@ -62,7 +60,7 @@ _variant_t ValueOf(const Setting& setting) {
 }
 
 // Nothing for a value without a text form.
-std::optional<Setting> SettingOf(const VARIANT& value) {
+std::optional<Setting> SettingOf(VARIANT& value) {
     switch (value.vt) {
     case VT_I2:
         return static_cast<std::uint32_t>(value.iVal);
@@ -82,9 +80,8 @@ std::optional<Setting> SettingOf(const VARIANT& value) {
 } // namespace
 
 CPropBag::CPropBag(HKEY userRoot, HKEY defaultRoot, const wchar_t* keyName, bool create)
-    : m_keyName(keyName),
-      m_userKey(create ? CreateForWriting(userRoot, m_keyName)
-                       : OpenForReading(userRoot, m_keyName)),
+    : m_keyName(keyName), m_userKey(create ? CreateForWriting(userRoot, m_keyName)
+                                           : OpenForReading(userRoot, m_keyName)),
       m_defaultKey(OpenForReading(defaultRoot, m_keyName)) {}
 
 HRESULT CPropBag::QueryInterface(REFIID iid, void** object) {
@@ -111,9 +108,9 @@ HRESULT CPropBag::Read(LPCOLESTR name, VARIANT* value, IErrorLog*) {
 
     _variant_t result = ValueOf(*setting);
     if (value->vt != VT_EMPTY && value->vt != result.vt) {
-        _variant_t converted;
+        VARIANT converted = {};
         if (SUCCEEDED(Convert(&converted, result, value->vt)))
-            result = _variant_t(converted.Detach(), false);
+            result.Attach(converted);
     }
     const HRESULT cleared = VariantClear(value);
     if (FAILED(cleared))
@@ -143,8 +140,8 @@ void CPropBag::Store(const wchar_t* name, const Setting& setting) const {
     if (m_userKey == nullptr)
         return;
     if (const std::uint32_t* const number = std::get_if<std::uint32_t>(&setting)) {
-        RegSetValueExW(m_userKey.get(), name, 0, REG_DWORD,
-                       reinterpret_cast<const BYTE*>(number), sizeof(*number));
+        RegSetValueExW(m_userKey.get(), name, 0, REG_DWORD, reinterpret_cast<const BYTE*>(number),
+                       sizeof(*number));
         return;
     }
     const std::wstring& text = std::get<std::wstring>(setting);
