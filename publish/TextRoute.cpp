@@ -18,8 +18,8 @@ void PublishThroughText(CZTInvisible& app, const std::wstring& projectName,
 
     const std::wstring name = TextPublicationName(AskSecondName(app), projectName);
     if (FAILED(Component3D::PublishText::Call(component.Get(), app.m_pKernelAdmin.Get(),
-                                              Borrow(MakeText(destination)),
-                                              Borrow(MakeText(name)), _variant_t(0L, VT_I4))))
+                                              Borrow(MakeText(destination)), Borrow(MakeText(name)),
+                                              _variant_t(0L, VT_I4))))
         throw L"Error publishing project";
 }
 
