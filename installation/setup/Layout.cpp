@@ -90,7 +90,7 @@ void WriteConfiguration(const fs::path& root) {
     std::ofstream file(path, std::ios::binary);
     file << "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
          << "<configuration>\n"
-         << "  <proj-location>" << XmlText(root / L"projects") << "</proj-location>\n"
+         << "  <proj-location>" << XmlText(root / L"work" / L"Projects") << "</proj-location>\n"
          << "  <pub-location>" << XmlText(root / L"publications") << "</pub-location>\n"
          << "</configuration>\n";
     file.close();
@@ -105,7 +105,7 @@ void LayOut(const fs::path& kit, const fs::path& root) {
     LayOutSpecifications(kit, data / L"Morvenit" / L"KVProductFamily" / L"IPCCFG");
     LayOutAxes(kit / L"data" / L"axes", data);
     for (const wchar_t* folder :
-         {L"work\\Representations", L"exchange", L"projects", L"publications", L"product"})
+         {L"work\\Representations", L"work\\Projects", L"exchange", L"publications", L"product"})
         MakeFolder(root / folder);
     CopyOneFile(kit / L"ZTProduct.exe", root / L"product" / L"ZTProduct.exe");
     WriteConfiguration(root);
