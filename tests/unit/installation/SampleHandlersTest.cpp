@@ -52,6 +52,8 @@ class ScriptedKernel final : public StandIn {
         return S_OK;
     }
     HRESULT On(ProjectScripting::GetMetadata, BSTR, BSTR*) { return E_NOTIMPL; }
+    HRESULT On(ProjectScripting::GetRevision, BSTR*) { return E_NOTIMPL; }
+    HRESULT On(ProjectScripting::GetDocumentPath, BSTR*) { return E_NOTIMPL; }
 
     bool projectIsOpen = true;
     std::wstring refusal;
