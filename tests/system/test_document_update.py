@@ -7,6 +7,7 @@ from xml.etree import ElementTree
 
 import pytest
 
+from harness import registry
 from harness.documents import MARKED, change_marks, document_in, make_archive, paragraphs
 from harness.logs import without_times
 
@@ -69,7 +70,7 @@ class Update:
     def check_failed_with(self, text: bytes, log: bytes = UPDATING) -> None:
         assert self.log_of_update == log + b"ERROR: " + text
         assert self._sandbox.names("exchange") == ["Pump.kvp", "job_ERROR"]
-        assert self._sandbox.read("exchange", "job_ERROR") == text + b"\r\n"
+        assert self._sandbox.read("exchange", "job_ERROR") == text
         assert self.archive.read_bytes() == self.before
         self.check_control_is_gone()
 
@@ -77,7 +78,7 @@ class Update:
         """Deactivated (where it was active), closed, its site cleared, in this order and last."""
         calls = [line.split()[1] for line in self.run.trace
                  if line.startswith("EditorControl#1 ")]
-        if calls:
+        if "SetClientSite" in calls:
             assert calls[-2:] == ["Close", "SetClientSite"]
             if any("program OnInPlaceActivate" in line for line in self.run.trace):
                 assert calls[-3] == "InPlaceDeactivate"
@@ -102,11 +103,13 @@ def update(installed):
     return Update(installed)
 
 
-@pytest.fixture
-def without_editor_class(installed):
-    installed.delete_registry("HKLM", r"Software\Classes\KV.XMedCtrl.1")
+@pytest.fixture(params=["no class", "{00000000-1111-2222-3333-444444444444}"])
+def without_editor_class(installed, request):
+    """The control's name stands for nothing, or for a class that nobody has registered."""
+    key = r"Software\Classes\KV.XMedCtrl.1\CLSID"
+    installed.set_registry(registry.text(key, "", request.param))
     yield
-    installed.register_components()
+    installed.set_registry(registry.text(key, "", "{4C1DE9A7-63B0-4F2A-8E57-2190BC6D0F38}"))
 
 
 # ---- the document ----
