@@ -15,3 +15,12 @@ def without_times(log: bytes) -> bytes:
 
 def times(log: bytes) -> list[str]:
     return [match[2].decode() for match in _STAMP.finditer(log)]
+
+
+def started(echo: str) -> bytes:
+    """The first line of a log, for the command line behind the program's path."""
+    return (b"ZeltorAuthorInvisible started at <time> with command line: '"
+            + echo.encode("latin-1") + b"'\r\n")
+
+
+SUCCESS = b"SUCCESS: ZeltorAuthorInvisible finished successfully at <time>\r\n"
