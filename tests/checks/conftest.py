@@ -1,0 +1,6 @@
+"""Checks of the sources and of the build."""
+
+import sys
+from pathlib import Path
+
+sys.path.insert(0, str(Path(__file__).resolve().parent))

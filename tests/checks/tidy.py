@@ -1,0 +1,138 @@
+"""clang-tidy over the project's sources.
+
+Most of its time goes into the platform's headers, so sources of one folder that are compiled with
+the same options are joined into one text and checked together. Sources that cannot stand in one
+text (two helpers of one name, say) are split up again. What was found is kept by content below
+build/tidy.
+"""
+
+from __future__ import annotations
+
+import hashlib
+import json
+import re
+import subprocess
+from dataclasses import dataclass
+from pathlib import Path
+
+import tree
+
+CACHE = tree.BUILD / "tidy"
+GROUP_SIZE = 12
+_LOCATION = re.compile(r"^(\S+?):(\d+):(\d+): (.*)$")
+
+
+@dataclass(frozen=True)
+class Group:
+    name: str
+    sources: tuple[Path, ...]
+    options: tuple[str, ...]
+
+
+def groups() -> list[Group]:
+    """All sources of the release and native presets, each once."""
+    compiled: dict[Path, tuple[str, ...]] = {}
+    for source, options in tree.compile_options("native").items():
+        compiled[source] = ("native", *options)
+    for source, options in tree.compile_options("release").items():
+        compiled[source] = ("release", *options)
+    alike: dict[tuple, list[Path]] = {}
+    for source in sorted(compiled):
+        if source.suffix == ".cpp" and (tree.ROOT / source).exists():
+            alike.setdefault((source.parent, compiled[source]), []).append(source)
+    return [group for (folder, options), sources in alike.items()
+            for group in _split(folder, sources, options)]
+
+
+def _split(folder: Path, sources: list[Path], options: tuple[str, ...]) -> list[Group]:
+    # A source that defines identifiers changes what the headers behind it mean.
+    alone = [source for source in sources if "initguid.h" in (tree.ROOT / source).read_text()]
+    joined = [source for source in sources if source not in alone]
+    chunks = [joined[at:at + GROUP_SIZE] for at in range(0, len(joined), GROUP_SIZE)]
+    return [Group(f"{folder}/{chunk[0].stem}..{chunk[-1].stem}", tuple(chunk), options)
+            for chunk in [*chunks, *([source] for source in alone)]]
+
+
+def findings(group: Group) -> str:
+    """clang-tidy's findings, empty when there are none."""
+    kept = CACHE / (_key(group) + ".json")
+    if not kept.exists():
+        text = _check(group)
+        kept.write_text(json.dumps({"group": group.name, "findings": text}))
+    return json.loads(kept.read_text())["findings"]
+
+
+def _key(group: Group) -> str:
+    digest = hashlib.sha256()
+    for part in (_tool_version(), (tree.ROOT / ".clang-tidy").read_text(), repr(group),
+                 Path(__file__).read_text()):
+        digest.update(part.encode())
+    for path in sorted(tree.own_closure(list(group.sources))):
+        digest.update(str(path.relative_to(tree.ROOT)).encode())
+        digest.update(path.read_bytes())
+    return digest.hexdigest()
+
+
+def _tool_version() -> str:
+    run = subprocess.run(["clang-tidy", "--version"], check=True, capture_output=True, text=True)
+    return run.stdout
+
+
+def _check(group: Group) -> str:
+    code, output = _tidy(group)
+    if "[clang-diagnostic-error" in output and len(group.sources) > 1:
+        half = len(group.sources) // 2
+        parts = (group.sources[:half], group.sources[half:])
+        return "".join(_check(Group(group.name, part, group.options)) for part in parts)
+    if code == 0:
+        return ""
+    return output or f"clang-tidy ended with exit code {code} on {group.name}"
+
+
+def _tidy(group: Group) -> tuple[int, str]:
+    CACHE.mkdir(parents=True, exist_ok=True)
+    joined = CACHE / ("joined-" + hashlib.sha256(repr(group).encode()).hexdigest()[:16] + ".cpp")
+    lines: list[tuple[Path, int]] = []
+    text = []
+    for source in group.sources:
+        content = (tree.ROOT / source).read_text(encoding="utf-8").splitlines()
+        text += content
+        lines += [(source, number) for number in range(1, len(content) + 1)]
+    joined.write_text("\n".join(text) + "\n", encoding="utf-8")
+    try:
+        run = subprocess.run(_command(joined, group), cwd=tree.ROOT, capture_output=True, text=True)
+    finally:
+        joined.unlink()
+    return run.returncode, _with_true_places(run.stdout, joined, lines)
+
+
+def _command(joined: Path, group: Group) -> list[str]:
+    target = windows_options() if group.options[0] == "release" else []
+    # The path-sensitive analyser drowns in the test framework's macros: minutes a file.
+    fewer = ["--checks=-clang-analyzer-*"] if group.sources[0].parts[0] == "tests" else []
+    folders = sorted({str(tree.ROOT / source.parent) for source in group.sources})
+    return ["clang-tidy", "--quiet", f"--config-file={tree.ROOT / '.clang-tidy'}", *fewer,
+            str(joined), "--", *target, *group.options[1:], *(f"-I{folder}" for folder in folders), "-Wno-#warnings"]
+
+
+def windows_options() -> list[str]:
+    """Makes clang read what the cross compiler reads. Its own search finds the platform's C
+    headers, but not the C++ ones, which GCC tells."""
+    run = subprocess.run(["x86_64-w64-mingw32-g++-posix", "-xc++", "-E", "-v", "/dev/null"],
+                         check=True, capture_output=True, text=True)
+    folders = [line.strip() for line in run.stderr.splitlines()
+               if line.startswith(" ") and "/c++" in line and Path(line.strip()).is_dir()]
+    assert folders, run.stderr
+    return ["--target=x86_64-w64-mingw32", "-nostdinc++",
+            *(word for folder in folders for word in ("-isystem", folder))]
+
+
+def _with_true_places(output: str, joined: Path, lines: list[tuple[Path, int]]) -> str:
+    told = []
+    for line in output.splitlines():
+        place = _LOCATION.match(line)
+        if place and Path(place[1]).name == joined.name:
+            source, number = lines[int(place[2]) - 1]
+            line = f"{source}:{number}:{place[3]}: {place[4]}"
+        told.append(line + "\n")
+    return "".join(told)

@@ -1,0 +1,1 @@
+"""Runs the stages of ./run-tests and adds up what their runners counted."""
