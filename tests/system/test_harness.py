@@ -76,10 +76,20 @@ def test_process_left_behind_is_noticed(sandbox):
     sandbox.machine.start()
 
 
-def test_live_object_at_the_end_of_a_trace_is_noticed(sandbox):
-    sandbox.run("trace", "live Kernel 0\nlive Project 2\n", program=PROBE)
-    assert problems(sandbox) == "run 1: live Project 2"
+@pytest.mark.parametrize("trace, problem", [
+    ("live zt-components: KernelProject 1, MetadataItem 2",
+     "live zt-components: KernelProject 1, MetadataItem 2"),
+    ("misuse: no method 98", "misuse: no method 98"),
+    ("Kernel.Open(1)", "the trace has no closing count of live objects")])
+def test_object_alive_or_misused_in_a_trace_is_noticed(sandbox, trace, problem):
+    more = "" if problem.startswith(("live", "the trace")) else "\nlive zt-components: 0"
+    sandbox.run("trace", trace + more, program=PROBE)
+    assert problems(sandbox) == f"run 1: {problem}"
     sandbox.runs.clear()
+
+
+def test_trace_without_live_objects_is_no_problem(sandbox):
+    sandbox.run("trace", "Kernel.Open(1)\nlive zt-components: 0\nlive zt-handlers: 0", program=PROBE)
 
 
 def test_unexpected_exit_code_fails_the_run(sandbox):

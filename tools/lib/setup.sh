@@ -12,12 +12,12 @@ zt_packages() {
 /usr/bin/cmake cmake
 /usr/bin/ninja ninja-build
 /usr/bin/g++ g++
+/usr/src/googletest/googletest/CMakeLists.txt googletest
 /usr/bin/unzip unzip
 /usr/bin/python3 python3
 LIST
     [ "${1:-}" = tests ] || return 0
     cat <<'LIST'
-/usr/src/googletest/googletest/CMakeLists.txt googletest
 /usr/lib/python3/dist-packages/pytest python3-pytest
 /usr/lib/python3/dist-packages/xdist python3-pytest-xdist
 /usr/lib/python3/dist-packages/pytest_timeout.py python3-pytest-timeout

@@ -116,7 +116,9 @@ class Sandbox:
         if not self.allow_temp_leftovers:
             problems += [f"left in the temporary folder: {name}" for name in self.names("temp")]
         for number, run in enumerate(self.runs, 1):
-            problems += [f"run {number}: {line}" for line in trace.objects_left(run.trace)]
+            ended_normally = run.exit_code == 0
+            problems += [f"run {number}: {line}"
+                         for line in trace.problems(run.trace, ended_normally)]
         assert not problems, "\n".join(problems)
 
     def remove(self) -> None:
