@@ -40,7 +40,17 @@ def _content(file: zipfile.ZipFile, name: str) -> str:
         content = file.read(name)
     except KeyError:
         return f"{name} is missing"
-    return f"{name}, {len(content)} bytes, SHA-256 {hashlib.sha256(content).hexdigest()[:12]}"
+    return (f"{name}, {len(content)} bytes, SHA-256 {hashlib.sha256(content).hexdigest()[:12]}"
+            + _change_marks(content))
+
+
+def _change_marks(content: bytes) -> str:
+    try:
+        document = ElementTree.fromstring(content)
+    except ElementTree.ParseError:
+        return ""
+    marks = sum(1 for element in document.iter() if element.tag in ("insert", "delete"))
+    return f", change marks: {marks or 'none'}"
 
 
 def compare(before: dict[str, str], after: dict[str, str]) -> str:

@@ -20,7 +20,11 @@ EXCHANGE = SAMPLE / "exchange"
 
 NOTE = """<?xml version="1.0" encoding="UTF-8"?>
 <document title="Inspection note" language="en">
-  <section id="inspection"><title>Inspection</title><para>The seal was changed.</para></section>
+  <section id="inspection">
+    <title>Inspection</title>
+    <para>The <insert by="mk" date="2024-05-07">shaft </insert>seal was changed.</para>
+    <para>Ready for use<delete by="mk" date="2024-05-07"> after a trial run</delete>.</para>
+  </section>
 </document>
 """
 
@@ -51,6 +55,13 @@ def sample_arguments() -> list[str]:
             "-META", "Title", "Feed pump FP-200", "-ADDMETA", "Author", "Ada Example",
             "-PROJECTNAME", "Pump FP-200", "-EDIT", "KVDev.SampleEdit", "Touch",
             "-DM", "Inspection.xml", "-NR"]
+
+
+def update_arguments() -> list[str]:
+    """A second run, on the archive of the first: its document goes through the editor control."""
+    return ["-IN", windows_path(EXCHANGE / "Pump.kvp", DRIVE), "-M", "job2",
+            "-LOG", windows_path(EXCHANGE / "Update.log", DRIVE),
+            "-META", "Title", "Feed pump FP-200, inspected", "-UPDATEDOC", "-NR"]
 
 
 def user_arguments(folder: Path, arguments: list[str]) -> list[str]:
@@ -97,10 +108,8 @@ def quoted(arguments: list[str]) -> str:
                     for argument in arguments)
 
 
-def main() -> int:
-    folder, own = Path(sys.argv[1]), sys.argv[2:]
-    lay_out()
-    arguments = user_arguments(folder, own) if own else sample_arguments()
+def perform(arguments: list[str]) -> int:
+    """One run of the program, with all that it left."""
     exchange, archive = exchange_and_archive(arguments)
     before = project.describe(archive) if archive else {}
     heading("command line")
@@ -117,6 +126,14 @@ def main() -> int:
         print(f"\nThe archive: {archive}")
     print(f"Exit code: {code}")
     return code
+
+
+def main() -> int:
+    folder, own = Path(sys.argv[1]), sys.argv[2:]
+    lay_out()
+    if own:
+        return perform(user_arguments(folder, own))
+    return perform(sample_arguments()) or perform(update_arguments())
 
 
 if __name__ == "__main__":
