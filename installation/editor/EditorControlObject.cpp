@@ -9,7 +9,7 @@
 namespace devinst {
 
 EditorControlObject::EditorControlObject() : WindowedControl(EditorControl::Name) {
-    AddFace(IID_IDispatch, FunctionTable<AutomationObject, EditorControlObject>());
+    AddFace(IID_IDispatch, FunctionTable<DispatchOnly, EditorControlObject>());
     AddControlFaces();
 }
 

@@ -9,7 +9,7 @@ namespace devinst {
 
 EditorHostObject::EditorHostObject(SharedDocument document)
     : StandIn(EditorHost::Name), m_document(std::move(document)) {
-    AddFace(IID_IDispatch, FunctionTable<AutomationObject, EditorHostObject>());
+    AddFace(IID_IDispatch, FunctionTable<DispatchOnly, EditorHostObject>());
 }
 
 HRESULT EditorHostObject::On(EditorHost::Run, BSTR command) {
@@ -34,7 +34,7 @@ HRESULT EditorHostObject::InvokeDispatch(DISPID id, WORD kind, DISPPARAMS& param
 
 EditorDocumentObject::EditorDocumentObject(SharedDocument document)
     : StandIn(EditorDocument::Name), m_document(std::move(document)) {
-    AddFace(IID_IDispatch, FunctionTable<AutomationObject, EditorDocumentObject>());
+    AddFace(IID_IDispatch, FunctionTable<DispatchOnly, EditorDocumentObject>());
 }
 
 HRESULT EditorDocumentObject::On(EditorDocument::GetHost, IDispatch** host) {
@@ -53,7 +53,7 @@ HRESULT EditorDocumentObject::InvokeDispatch(DISPID id, WORD kind, DISPPARAMS& p
 
 EditorObject::EditorObject(SharedDocument document)
     : StandIn(Editor::Name), m_document(std::move(document)) {
-    AddFace(IID_IDispatch, FunctionTable<AutomationObject, EditorObject>());
+    AddFace(IID_IDispatch, FunctionTable<DispatchOnly, EditorObject>());
 }
 
 HRESULT EditorObject::On(Editor::GetDocument, IDispatch** document) {

@@ -3,7 +3,7 @@
 namespace devinst {
 
 KernelHolder::KernelHolder(const char* className) : StandIn(className) {
-    AddFace(IID_IDispatch, FunctionTable<AutomationObject, KernelHolder>());
+    AddFace(IID_IDispatch, FunctionTable<DispatchOnly, KernelHolder>());
 }
 
 HRESULT KernelHolder::FindDispatchName(const wchar_t* name, DISPID* id) {

@@ -21,7 +21,7 @@ HRESULT Answer(VARIANT* result, LONG number) {
 } // namespace
 
 SampleEdit::SampleEdit() : StandIn("SampleEdit") {
-    AddFace(IID_IDispatch, FunctionTable<AutomationObject, SampleEdit>());
+    AddFace(IID_IDispatch, FunctionTable<DispatchOnly, SampleEdit>());
 }
 
 HRESULT SampleEdit::FindDispatchName(const wchar_t* name, DISPID* id) {

@@ -25,13 +25,6 @@ struct PropertyPutReference {
 
 namespace devinst {
 
-// The early-bound side of a stand-in that has late-bound operations only:
-// AddFace(IID_IDispatch, FunctionTable<AutomationObject, Derived>()).
-struct AutomationObject : IDispatch {
-    static constexpr char Name[] = "IDispatch";
-    using Operations = std::tuple<>;
-};
-
 namespace detail {
 
 // How the types of late-bound contracts reach the stand-in's operation.

@@ -5,7 +5,7 @@
 
 namespace devinst {
 
-// Lays the installation's files out below root: data, work, exchange, projects, publications,
+// Lays the installation's files out below root: data, work, exchange, publications,
 // product and configuration.xml. What is there already is overwritten, the rest left alone. kit is
 // the folder of zt-devsetup.exe: it holds data, zt-handlers.dll and ZTProduct.exe. root is a full
 // path. Raises SetupError.

@@ -4,7 +4,7 @@ namespace devinst::test {
 
 Probe::Probe() : StandIn("Probe") {
     AddFace(ProbeId, FunctionTable<ProbeInterface, Probe>());
-    AddFace(IID_IDispatch, FunctionTable<AutomationObject, Probe>());
+    AddFace(IID_IDispatch, FunctionTable<DispatchOnly, Probe>());
 }
 
 HRESULT Probe::FindDispatchName(const wchar_t* name, DISPID* id) {

@@ -22,7 +22,7 @@ using Microsoft::WRL::ComPtr;
 class ScriptedKernel final : public StandIn {
   public:
     ScriptedKernel() : StandIn("ScriptedKernel") {
-        AddFace(IID_IDispatch, FunctionTable<AutomationObject, ScriptedKernel>());
+        AddFace(IID_IDispatch, FunctionTable<DispatchOnly, ScriptedKernel>());
     }
 
     HRESULT FindDispatchName(const wchar_t* name, DISPID* id) override {

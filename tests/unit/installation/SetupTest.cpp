@@ -137,7 +137,7 @@ TEST(SetupLayout, HasTheFoldersThatTheInstallationWorksIn) {
     const TemporaryFolder root;
     LayOut(KitFolder(), root.Path());
     for (const wchar_t* const folder :
-         {L"work\\Representations", L"exchange", L"projects", L"publications"})
+         {L"work\\Representations", L"work\\Projects", L"exchange", L"publications"})
         EXPECT_TRUE(fs::is_directory(root.Path(folder)));
 }
 
@@ -148,7 +148,7 @@ TEST(SetupLayout, ConfigurationNamesItsFoldersWithXmlsSpecialCharactersEscaped) 
     const std::string rootText = ToUtf8(folder.Path()) + "\\a &amp; b";
     EXPECT_EQ(Content(root + L"\\configuration.xml"),
               "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<configuration>\n  <proj-location>" +
-                  rootText + "\\projects</proj-location>\n  <pub-location>" + rootText +
+                  rootText + "\\work\\Projects</proj-location>\n  <pub-location>" + rootText +
                   "\\publications</pub-location>\n</configuration>\n");
 }
 
