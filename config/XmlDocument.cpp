@@ -20,7 +20,6 @@ constexpr IID ElementInterface = {
 
 // The value of readyState when the loading has ended, well or badly.
 constexpr long Completed = 4;
-constexpr DWORD LongestLoad = 60'000; // milliseconds
 
 template <typename Interface>
 ComPtr<Interface> Query(IUnknown* object, REFIID iid) {
@@ -91,13 +90,13 @@ HRESULT XmlDocument::Create() {
     return created;
 }
 
-bool XmlDocument::Load(const wchar_t* path) {
+bool XmlDocument::Load(const wchar_t* path, DWORD longest) {
     VARIANT_BOOL loaded = VARIANT_FALSE;
     if (m_document == nullptr ||
         m_document->load(_variant_t(path != nullptr ? path : L""), &loaded) != S_OK ||
         loaded == VARIANT_FALSE)
         return false;
-    if (!WaitWithMessages([this] { return IsComplete(); }, LongestLoad)) {
+    if (!WaitWithMessages([this] { return IsComplete(); }, longest)) {
         m_document->abort();
         return false;
     }

@@ -44,8 +44,8 @@ class XmlDocument {
 
     // Loads the file and waits for the end of the loading, handing out the messages that the
     // parser sends to its own thread. True when the whole file was read and is well-formed. Gives
-    // up, with false, after a minute without an end.
-    bool Load(const wchar_t* path);
+    // up, with false, when there is no end after that many milliseconds.
+    bool Load(const wchar_t* path, DWORD longest = 60'000);
 
     // Selects from the document, whose only child is its root element; see XmlElement. A malformed
     // path must not be sent: some parsers do not survive it.
