@@ -83,11 +83,11 @@ TEST_F(ConfigurationFile, IsReadWithoutRegardToTheLanguage) {
 }
 
 TEST_F(ConfigurationFile, WithoutLocationsGivesTheKernelANullText) {
-    for (const char* bytes :
-         {"<configuration/>", "<other><proj-location>a</proj-location></other>",
-          "<all><configuration><proj-location>a</proj-location></configuration></all>",
-          "<Configuration><proj-location>a</proj-location></Configuration>",
-          "<configuration><Proj-Location>a</Proj-Location></configuration>"}) {
+    for (const char* bytes : {"<configuration/>", "<other><proj-location>a</proj-location></other>",
+                              "<all><configuration><proj-location>a</proj-location>"
+                              "<pub-location>b</pub-location></configuration></all>",
+                              "<Configuration><proj-location>a</proj-location></Configuration>",
+                              "<configuration><Proj-Location>a</Proj-Location></configuration>"}) {
         EXPECT_EQ(LoadBytes(bytes), S_OK) << bytes;
         EXPECT_THAT(m_calls, ElementsAre("KernelAdmin.SetProjectsLocation(null)")) << bytes;
         EXPECT_STREQ(m_app.m_bstrPublicationLocation, L"before") << bytes;
