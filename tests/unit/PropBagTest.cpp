@@ -1,61 +1,14 @@
-#include "publish/PropBag.h"
+#include "tests/unit/PropBagFixture.h"
 
-#include "tests/unit/RegistryRoots.h"
-
-#include <gtest/gtest.h>
-
-#include <comdef.h>
-
-namespace zt {
+namespace zt::test {
 namespace {
 
-using test::RegistryRoots;
-
-constexpr wchar_t KeyName[] = L"Components\\KV3D";
-
-class PropertyBag : public testing::Test {
-  protected:
-    // Reads through a bag that is opened now.
-    HRESULT Read(const wchar_t* name, VARIANT* value) {
-        CPropBag bag(m_roots.User(), m_roots.Machine(), KeyName, false);
-        return bag.Read(name, value, nullptr);
-    }
-    HRESULT Write(const wchar_t* name, _variant_t value) {
-        CPropBag bag(m_roots.User(), m_roots.Machine(), KeyName, true);
-        return bag.Write(name, &value);
-    }
-    std::optional<RegistryRoots::Stored> Stored(const wchar_t* name) {
-        return m_roots.UserValue(KeyName, name);
-    }
-    void SetUser(const wchar_t* name, DWORD type, const std::vector<BYTE>& bytes) {
-        m_roots.Set(m_roots.User(), KeyName, name, type, bytes);
-    }
-    void SetDefault(const wchar_t* name, DWORD type, const std::vector<BYTE>& bytes) {
-        m_roots.Set(m_roots.Machine(), KeyName, name, type, bytes);
-    }
-
-    RegistryRoots m_roots;
-};
-
-std::vector<BYTE> Dword(DWORD number) {
-    const BYTE* const bytes = reinterpret_cast<const BYTE*>(&number);
-    return {bytes, bytes + sizeof(number)};
-}
-std::vector<BYTE> Text(const std::wstring& text) {
-    const BYTE* const bytes = reinterpret_cast<const BYTE*>(text.c_str());
-    return {bytes, bytes + (text.size() + 1) * sizeof(wchar_t)};
-}
-
-_variant_t Asking(VARTYPE type) {
-    _variant_t value;
-    value.vt = type;
-    return value;
-}
+using PropertyBag = PropertyBagTest;
 
 // ---- identity ----
 
 TEST_F(PropertyBag, AnswersForTheBagAndForNothingElse) {
-    CPropBag bag(nullptr, nullptr, KeyName, false);
+    CPropBag bag(nullptr, nullptr, BagKeyName, false);
     void* object = nullptr;
     EXPECT_EQ(bag.QueryInterface(IID_IUnknown, &object), S_OK);
     EXPECT_EQ(object, static_cast<IPropertyBag*>(&bag));
@@ -66,7 +19,7 @@ TEST_F(PropertyBag, AnswersForTheBagAndForNothingElse) {
 }
 
 TEST_F(PropertyBag, CountsNoReferences) {
-    CPropBag bag(nullptr, nullptr, KeyName, false);
+    CPropBag bag(nullptr, nullptr, BagKeyName, false);
     for (int i = 0; i < 3; ++i)
         EXPECT_EQ(bag.AddRef(), 5U);
     for (int i = 0; i < 10; ++i)
@@ -76,34 +29,34 @@ TEST_F(PropertyBag, CountsNoReferences) {
 // ---- opening ----
 
 TEST_F(PropertyBag, OpensOnlyTheSubkeysThatAreThere) {
-    EXPECT_FALSE(CPropBag(m_roots.User(), m_roots.Machine(), KeyName, false).IsOpen());
-    EXPECT_FALSE(CPropBag(nullptr, nullptr, KeyName, false).IsOpen());
+    EXPECT_FALSE(CPropBag(m_roots.User(), m_roots.Machine(), BagKeyName, false).IsOpen());
+    EXPECT_FALSE(CPropBag(nullptr, nullptr, BagKeyName, false).IsOpen());
     SetDefault(L"A", REG_DWORD, Dword(1));
-    EXPECT_TRUE(CPropBag(m_roots.User(), m_roots.Machine(), KeyName, false).IsOpen());
-    EXPECT_TRUE(CPropBag(nullptr, m_roots.Machine(), KeyName, false).IsOpen());
-    EXPECT_FALSE(CPropBag(m_roots.User(), nullptr, KeyName, false).IsOpen());
-    EXPECT_FALSE(m_roots.HasUserKey(KeyName));
+    EXPECT_TRUE(CPropBag(m_roots.User(), m_roots.Machine(), BagKeyName, false).IsOpen());
+    EXPECT_TRUE(CPropBag(nullptr, m_roots.Machine(), BagKeyName, false).IsOpen());
+    EXPECT_FALSE(CPropBag(m_roots.User(), nullptr, BagKeyName, false).IsOpen());
+    EXPECT_FALSE(m_roots.HasUserKey(BagKeyName));
 }
 
 TEST_F(PropertyBag, MakesTheUsersSubkeyWhereAsked) {
-    EXPECT_TRUE(CPropBag(m_roots.User(), nullptr, KeyName, true).IsOpen());
-    EXPECT_TRUE(m_roots.HasUserKey(KeyName));
+    EXPECT_TRUE(CPropBag(m_roots.User(), nullptr, BagKeyName, true).IsOpen());
+    EXPECT_TRUE(m_roots.HasUserKey(BagKeyName));
 }
 
 TEST_F(PropertyBag, IsNotOpenWithoutARootToWriteTo) {
-    EXPECT_FALSE(CPropBag(nullptr, nullptr, KeyName, true).IsOpen());
+    EXPECT_FALSE(CPropBag(nullptr, nullptr, BagKeyName, true).IsOpen());
 }
 
 TEST_F(PropertyBag, WritesNothingThroughABagForReading) {
     SetUser(L"Colour", REG_DWORD, Dword(7));
-    CPropBag bag(m_roots.User(), m_roots.Machine(), KeyName, false);
+    CPropBag bag(m_roots.User(), m_roots.Machine(), BagKeyName, false);
     _variant_t value(8L, VT_I4);
     EXPECT_EQ(bag.Write(L"Colour", &value), S_OK);
     EXPECT_EQ(Stored(L"Colour")->bytes, Dword(7));
 }
 
 TEST_F(PropertyBag, AcceptsAWriteWithoutAnyKey) {
-    CPropBag bag(nullptr, nullptr, KeyName, false);
+    CPropBag bag(nullptr, nullptr, BagKeyName, false);
     _variant_t number(8L, VT_I4);
     _variant_t empty(L"");
     EXPECT_EQ(bag.Write(L"Colour", &number), S_OK);
@@ -292,140 +245,8 @@ TEST_F(PropertyBag, TellsWhenTheCallersVariantCannotBeCleared) {
     SafeArrayDestroy(array);
 }
 
-// ---- writing ----
-
-TEST_F(PropertyBag, StoresNumbersAndBooleansSignExtended) {
-    const struct {
-        const wchar_t* name;
-        _variant_t value;
-        DWORD stored;
-    } rows[] = {
-        {L"true", _variant_t(true), 0xFFFFFFFF},
-        {L"false", _variant_t(false), 0},
-        {L"short", _variant_t(static_cast<short>(300), VT_I2), 300},
-        {L"negative short", _variant_t(static_cast<short>(-2), VT_I2), 0xFFFFFFFE},
-        {L"long", _variant_t(70000L, VT_I4), 70000},
-        {L"negative long", _variant_t(-70000L, VT_I4), static_cast<DWORD>(-70000)},
-    };
-    for (const auto& row : rows) {
-        EXPECT_EQ(Write(row.name, row.value), S_OK) << row.name;
-        ASSERT_TRUE(Stored(row.name).has_value()) << row.name;
-        EXPECT_EQ(Stored(row.name)->type, static_cast<DWORD>(REG_DWORD)) << row.name;
-        EXPECT_EQ(Stored(row.name)->bytes, Dword(row.stored)) << row.name;
-    }
-}
-
-TEST_F(PropertyBag, StoresEverythingElseAsATextWithItsTerminator) {
-    const struct {
-        const wchar_t* name;
-        _variant_t value;
-        const wchar_t* stored;
-    } rows[] = {
-        {L"text", _variant_t(L"red \x0416"), L"red \x0416"},
-        {L"fraction", _variant_t(2.5, VT_R8), L"2.5"},
-        {L"byte", _variant_t(static_cast<BYTE>(7)), L"7"},
-        {L"unsigned", _variant_t(4000000000UL), L"4000000000"},
-    };
-    for (const auto& row : rows) {
-        EXPECT_EQ(Write(row.name, row.value), S_OK) << row.name;
-        ASSERT_TRUE(Stored(row.name).has_value()) << row.name;
-        EXPECT_EQ(Stored(row.name)->type, static_cast<DWORD>(REG_SZ)) << row.name;
-        EXPECT_EQ(Stored(row.name)->bytes, Text(row.stored)) << row.name;
-    }
-}
-
-TEST_F(PropertyBag, RefusesObjects) {
-    CPropBag object(nullptr, nullptr, KeyName, false);
-    _variant_t unknown(static_cast<IUnknown*>(&object));
-    EXPECT_EQ(Write(L"Object", unknown), E_FAIL);
-    _variant_t dispatch = Asking(VT_DISPATCH);
-    EXPECT_EQ(Write(L"Object", dispatch), E_FAIL);
-    EXPECT_FALSE(Stored(L"Object").has_value());
-}
-
-TEST_F(PropertyBag, RefusesAnObjectUnderAnExtentsNameToo) {
-    EXPECT_EQ(Write(L"_ExtentX", Asking(VT_UNKNOWN)), E_FAIL);
-}
-
-TEST_F(PropertyBag, RefusesWhatHasNoTextForm) {
-    _variant_t array = Asking(VT_EMPTY);
-    array.vt = VT_ARRAY | VT_I4;
-    array.parray = SafeArrayCreateVector(VT_I4, 0, 1);
-    EXPECT_EQ(Write(L"Array", array), E_FAIL);
-    EXPECT_EQ(Write(L"Null", Asking(VT_NULL)), E_FAIL);
-    EXPECT_FALSE(Stored(L"Array").has_value());
-    EXPECT_FALSE(Stored(L"Null").has_value());
-}
-
-TEST_F(PropertyBag, AcceptsTheExtentAndStoresNothing) {
-    for (const wchar_t* name : {L"_ExtentX", L"_extenty"}) {
-        EXPECT_EQ(Write(name, _variant_t(100L, VT_I4)), S_OK) << name;
-        EXPECT_FALSE(Stored(name).has_value()) << name;
-    }
-}
-
-TEST_F(PropertyBag, DeletesTheUsersNumberThatEqualsTheDefault) {
-    SetDefault(L"Count", REG_DWORD, Dword(3));
-    SetDefault(L"Flag", REG_DWORD, Dword(0xFFFFFFFF));
-    SetUser(L"Count", REG_DWORD, Dword(9));
-    SetUser(L"Flag", REG_DWORD, Dword(0));
-    EXPECT_EQ(Write(L"Count", _variant_t(3L, VT_I4)), S_OK);
-    EXPECT_EQ(Write(L"Flag", _variant_t(true)), S_OK);
-    EXPECT_FALSE(Stored(L"Count").has_value());
-    EXPECT_FALSE(Stored(L"Flag").has_value());
-}
-
-TEST_F(PropertyBag, DeletesTheUsersTextThatEqualsTheDefault) {
-    SetDefault(L"Colour", REG_SZ, Text(L"red"));
-    SetUser(L"Colour", REG_SZ, Text(L"blue"));
-    EXPECT_EQ(Write(L"Colour", _variant_t(L"red")), S_OK);
-    EXPECT_FALSE(Stored(L"Colour").has_value());
-}
-
-TEST_F(PropertyBag, StoresATextThatDiffersFromTheDefaultInCaseOnly) {
-    SetDefault(L"Colour", REG_SZ, Text(L"red"));
-    EXPECT_EQ(Write(L"Colour", _variant_t(L"Red")), S_OK);
-    EXPECT_EQ(Stored(L"Colour")->bytes, Text(L"Red"));
-}
-
-TEST_F(PropertyBag, StoresWhatOnlyLooksLikeADefaultOfTheOtherKind) {
-    SetDefault(L"Count", REG_SZ, Text(L"3"));
-    SetDefault(L"Digits", REG_DWORD, Dword(3));
-    EXPECT_EQ(Write(L"Count", _variant_t(3L, VT_I4)), S_OK);
-    EXPECT_EQ(Write(L"Digits", _variant_t(L"3")), S_OK);
-    EXPECT_EQ(Stored(L"Count")->bytes, Dword(3));
-    EXPECT_EQ(Stored(L"Digits")->bytes, Text(L"3"));
-}
-
-TEST_F(PropertyBag, DeletesTheUsersValueForAnEmptyTextWithoutADefault) {
-    SetUser(L"Colour", REG_SZ, Text(L"blue"));
-    EXPECT_EQ(Write(L"Colour", _variant_t(L"")), S_OK);
-    EXPECT_FALSE(Stored(L"Colour").has_value());
-    SetUser(L"Colour", REG_SZ, Text(L"blue"));
-    EXPECT_EQ(Write(L"Colour", Asking(VT_BSTR)), S_OK);
-    EXPECT_FALSE(Stored(L"Colour").has_value());
-}
-
-TEST_F(PropertyBag, StoresAnEmptyTextOverADefault) {
-    SetDefault(L"Colour", REG_SZ, Text(L"red"));
-    EXPECT_EQ(Write(L"Colour", _variant_t(L"")), S_OK);
-    ASSERT_TRUE(Stored(L"Colour").has_value());
-    EXPECT_EQ(Stored(L"Colour")->bytes, Text(L""));
-}
-
-TEST_F(PropertyBag, ReadsBackWhatWasWritten) {
-    EXPECT_EQ(Write(L"Flag", _variant_t(true)), S_OK);
-    EXPECT_EQ(Write(L"Colour", _variant_t(L"red")), S_OK);
-    _variant_t value = Asking(VT_BOOL);
-    EXPECT_EQ(Read(L"Flag", &value), S_OK);
-    EXPECT_EQ(value, _variant_t(true));
-    value = Asking(VT_BSTR);
-    EXPECT_EQ(Read(L"Colour", &value), S_OK);
-    EXPECT_STREQ(value.bstrVal, L"red");
-}
-
 TEST_F(PropertyBag, RefusesAMissingNameOrVariant) {
-    CPropBag bag(nullptr, nullptr, KeyName, false);
+    CPropBag bag(nullptr, nullptr, BagKeyName, false);
     _variant_t value;
     EXPECT_EQ(bag.Read(nullptr, &value, nullptr), E_POINTER);
     EXPECT_EQ(bag.Read(L"A", nullptr, nullptr), E_POINTER);
@@ -434,4 +255,4 @@ TEST_F(PropertyBag, RefusesAMissingNameOrVariant) {
 }
 
 } // namespace
-} // namespace zt
+} // namespace zt::test
