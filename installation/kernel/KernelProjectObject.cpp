@@ -137,8 +137,11 @@ HRESULT KernelProjectObject::On(zt::KernelProject::AttachDocument, BSTR path, BS
         throw ComFailure{HRESULT_FROM_WIN32(ERROR_FILE_NOT_FOUND),
                          L"There is no document " + source.wstring()};
     fs::create_directories(m_folder / L"documents");
-    fs::copy_file(source, m_folder / L"documents" / source.filename(),
-                  fs::copy_options::overwrite_existing);
+    // The toolchain's copy_file never overwrites.
+    const fs::path target = m_folder / L"documents" / source.filename();
+    if (!CopyFileW(source.c_str(), target.c_str(), FALSE))
+        throw ComFailure{HRESULT_FROM_WIN32(GetLastError()),
+                         L"The document cannot be copied: " + source.wstring()};
     MakeMainDocument(source.filename().wstring(), handler);
     return S_OK;
 }

@@ -33,6 +33,10 @@ HRESULT RegisteredLibrary::Create(const std::wstring& progId, REFIID iid, void**
     const std::wstring text = MachineText(L"Software\\Classes\\" + progId + L"\\CLSID", nullptr);
     if (FAILED(CLSIDFromString(text.c_str(), &classId)))
         return REGDB_E_CLASSNOTREG;
+    return Create(classId, iid, object);
+}
+
+HRESULT RegisteredLibrary::Create(REFCLSID classId, REFIID iid, void** object) const {
     void* const address =
         reinterpret_cast<void*>(GetProcAddress(m_module.get(), "DllGetClassObject"));
     Microsoft::WRL::ComPtr<IClassFactory> factory;

@@ -25,6 +25,7 @@ class RegisteredLibrary {
 
     // An object of the class that is registered under progId, made by the library's own factory.
     HRESULT Create(const std::wstring& progId, REFIID iid, void** object) const;
+    HRESULT Create(REFCLSID classId, REFIID iid, void** object) const;
 
   private:
     struct Closer {
