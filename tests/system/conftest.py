@@ -12,6 +12,7 @@ import pytest
 
 sys.path.insert(0, str(Path(__file__).resolve().parent))
 
+from harness.job import Job  # noqa: E402
 from harness.machine import this_machine  # noqa: E402
 from harness.process import Starter  # noqa: E402
 from harness.sandbox import DEVSETUP, Sandbox  # noqa: E402
@@ -49,6 +50,12 @@ def installed(registered_components, sandbox):
     """A test with a development installation of its own."""
     sandbox.install()
     return sandbox
+
+
+@pytest.fixture
+def job(installed):
+    """Runs on the project Pump, with an installation of the test's own."""
+    return Job(installed)
 
 
 @pytest.hookimpl(hookwrapper=True)
