@@ -1,0 +1,44 @@
+"""The kernel's messages and questions while it works for the program."""
+
+from __future__ import annotations
+
+import pytest
+
+from harness.job import LOADED, PROCESSING, SAVED, SPECIFICATION
+from harness.projects import Project
+
+TITLE = b"Value of metadata 'Title' set to 'x'\r\n"
+
+
+def answers(job) -> list[str]:
+    return [line for line in job.run.trace if line.startswith("program ShowMessage ")]
+
+
+@pytest.mark.parametrize("style, answer", [
+    (0, 1), (1, 1), (2, 5), (3, 6), (4, 6), (5, 2), (6, 11), (7, 1), (15, 1),
+    (0x24, 6), (0x1015, 2), (0x112, 5),
+])
+def test_every_box_is_answered_at_once(job, style, answer):
+    job("-META", "Title", "x", project=Project(messages=((style, "Go on?"),)))
+    assert answers(job) == [f'program ShowMessage ("Go on?", {style}) -> S_OK, {answer}']
+
+
+def test_message_is_logged_as_an_error_report_and_the_run_goes_on(job):
+    job("-META", "Title", "x", project=Project(messages=((0, "Disk\n100% full."), (4, "Sure?"))))
+    assert job.log == (PROCESSING + SPECIFICATION + b"ERROR: Disk\r\n100% full.ERROR: Sure?" + LOADED
+                       + TITLE + SAVED + b"SUCCESS: Project 'Pump' successfully processed\r\n"
+                       b"SUCCESS: ZeltorAuthorInvisible finished successfully at <time>\r\n")
+    # The status file takes the texts while it still has the name for a run that goes on.
+    assert job.sandbox.read("exchange", "job_DONE") == b"Disk\r\n100% full.Sure?"
+
+
+def test_kernel_finds_its_display_as_a_service_of_the_site(job):
+    job("-META", "Title", "x")
+    assert "program QueryService (IOKStatusDisplay) -> S_OK" in job.run.trace
+
+
+def test_kernel_is_told_the_product_of_the_installed_executable(job):
+    job("-META", "Title", "x")
+    assert 'program GetProductName () -> S_OK, "Zeltor Development Installation"' in job.run.trace
+    assert ('program GetProductVersion () -> S_OK, "1, 4, 0, 0", "1.4.0.12"'
+            in job.run.trace)
