@@ -300,6 +300,19 @@ TEST_F(Notification, TellsTheTextOfAFailedStartUpAndGoesOn) {
     EXPECT_EQ(delivery.text, L"Error connecting to CMS client:\nCan't initialize Windows Sockets");
 }
 
+TEST_F(Notification, DisconnectsAfterAnAnswerThatIsNone) {
+    std::string rest = "never";
+    LoopbackPeer peer([&](Connection& connection) {
+        connection.ReadFrame();
+        connection.Send("no frame");
+        rest = connection.ReadToEnd();
+    });
+    WriteSettings(peer);
+    EXPECT_EQ(Deliver().result, 0);
+    peer.Stop();
+    EXPECT_EQ(rest, "");
+}
+
 // ---- handles ----
 
 // Counts the valid ones; the platform's own counter is not everywhere to be had.

@@ -20,7 +20,9 @@ Winsock::Winsock() {
 std::string Connection::Read(std::size_t size) {
     std::string bytes;
     std::array<char, 4096> part;
-    while (bytes.size() < size && WaitUntilReadable(m_socket.Get(), Patience) == 1) {
+    while (bytes.size() < size) {
+        if (WaitUntilReadable(m_socket.Get(), Patience) != 1)
+            return bytes + "<silence>";
         const std::size_t wanted = std::min(size - bytes.size(), part.size());
         const int count = recv(m_socket.Get(), part.data(), static_cast<int>(wanted), 0);
         if (count <= 0)

@@ -27,7 +27,8 @@ class Connection {
   public:
     explicit Connection(Socket socket) : m_socket(std::move(socket)) {}
 
-    // Waits at most ten seconds for each byte; fewer bytes when the client ends the connection.
+    // Fewer bytes when the client ends the connection. A client that neither sends nor ends it for
+    // ten seconds adds "<silence>".
     std::string Read(std::size_t size);
     // One frame by its length field, whole.
     std::string ReadFrame();
