@@ -186,8 +186,7 @@ ReceiveResult TcpMessageClient::ReceiveData(char* buffer, int capacity, int& rec
         return ReceiveFailed;
     if (!m_socket.IsCreated())
         return FailReceive(NoConnection);
-    const int ready =
-        m_platform.waitUntilReadable(m_socket.Get(), std::chrono::seconds(m_timeout));
+    const int ready = m_platform.waitUntilReadable(m_socket.Get(), std::chrono::seconds(m_timeout));
     if (ready == 0) {
         m_lastError = L"Timeout occured while waiting for response from server";
         return ReceiveTimedOut;

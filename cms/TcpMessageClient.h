@@ -13,8 +13,8 @@
 
 namespace zt {
 
-// The platform's calls whose arguments no peer can see or whose failures none can provoke; tests put
-// their own in.
+// The platform's calls whose arguments no peer can see or whose failures none can provoke; tests
+// put their own in.
 struct TcpPlatform {
     decltype(&::WSAStartup) startUp = ::WSAStartup;
     decltype(&::WSACleanup) cleanUp = ::WSACleanup;

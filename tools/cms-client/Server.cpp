@@ -27,7 +27,7 @@ std::size_t Length(const std::string& frame) {
 
 // Reads up to size bytes in all; false when the sender leaves or takes too long before.
 bool Fill(SOCKET socket, std::string& bytes, std::size_t size, Clock::time_point giveUp) {
-    std::array<char, 4096> part;
+    std::array<char, 4096> part{};
     while (bytes.size() < size) {
         if (WaitUntilReadable(socket, Until(giveUp)) != 1)
             return false;
@@ -51,7 +51,7 @@ std::string ReadFrame(SOCKET socket) {
 
 // Waits until the sender leaves, or until the time is over; true when it has left.
 bool WaitForLeave(SOCKET socket, Clock::time_point giveUp) {
-    std::array<char, 4096> dropped;
+    std::array<char, 4096> dropped{};
     while (WaitUntilReadable(socket, Until(giveUp)) == 1) {
         if (recv(socket, dropped.data(), static_cast<int>(dropped.size()), 0) <= 0)
             return true;
@@ -85,9 +85,9 @@ void Reply(Socket& connection, const Answer& answer) {
 }
 
 Socket Listen(std::uint16_t& port) {
-    Socket listener(socket(AF_INET, SOCK_STREAM, IPPROTO_TCP));
     // The program that is started must not keep the port.
-    SetHandleInformation(reinterpret_cast<HANDLE>(listener.Get()), HANDLE_FLAG_INHERIT, 0);
+    Socket listener(WSASocketW(AF_INET, SOCK_STREAM, IPPROTO_TCP, nullptr, 0,
+                               WSA_FLAG_OVERLAPPED | WSA_FLAG_NO_HANDLE_INHERIT));
     sockaddr_in address{};
     address.sin_family = AF_INET;
     address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
