@@ -70,7 +70,7 @@ struct ArgumentTraits<HWND*> {
 template <>
 struct ArgumentTraits<HWND> {
     static void Sort(HWND window, std::vector<std::string>& inputs, std::vector<Output>&) {
-        inputs.push_back(window != nullptr ? "window" : "null");
+        inputs.emplace_back(window != nullptr ? "window" : "null");
     }
 };
 template <>

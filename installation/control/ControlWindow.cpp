@@ -3,6 +3,7 @@
 #include "installation/control/ControlContracts.h"
 #include "installation/runtime/LiveObjects.h"
 
+#include <bit>
 #include <cstdio>
 #include <iterator>
 #include <map>
@@ -79,7 +80,7 @@ void WatchHostWindow(HWND host) {
     if (Watched().contains(host))
         return;
     CountLive("HostWindow", +1);
-    Watched()[host] = reinterpret_cast<WNDPROC>(GetWindowLongPtrW(host, GWLP_WNDPROC));
+    Watched()[host] = std::bit_cast<WNDPROC>(GetWindowLongPtrW(host, GWLP_WNDPROC));
     SetWindowLongPtrW(host, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&WatchingProcedure));
 }
 
