@@ -35,8 +35,8 @@ std::string MethodKey(std::size_t index);
 // Where a call leaves a result. Outputs are emptied before the call.
 struct Output {
     enum class Kind { Text, Variant, Interface, Number };
-    Kind kind;
-    void* place; // may be null: the caller does not want it
+    Kind kind = Kind::Text;
+    void* place = nullptr; // may be null: the caller does not want it
     // What an automation call gives inside a VARIANT: the type that "empty" and "null" mean there.
     VARTYPE type = VT_EMPTY;
 

@@ -13,9 +13,9 @@ class StandIn;
 
 struct ComponentClass {
     const CLSID& classId;
-    const wchar_t* progId; // null for a class that is created by its identifier only
-    const char* className; // in the trace: the creation is its operation "CreateInstance"
-    StandIn* (*create)();
+    const wchar_t* progId = nullptr; // null for a class that is created by its identifier only
+    const char* className = nullptr; // in the trace: the creation is its operation "CreateInstance"
+    StandIn* (*create)() = nullptr;
     // Registered under "Control" with these OLEMISC flags (0: not a control).
     DWORD controlStatus = 0;
 };
