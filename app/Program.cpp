@@ -9,9 +9,17 @@
 
 namespace zt {
 
+namespace {
+
+// Not by way of the runtime's abort, which writes a text of its own and may ask the user.
+void EndAbnormally() {
+    TerminateProcess(GetCurrentProcess(), 3);
+}
+
+} // namespace
+
 void EndAbnormallyOnUnknownExceptions() {
-    // Not by way of the runtime's abort, which writes a text of its own and may ask the user.
-    std::set_terminate([] { TerminateProcess(GetCurrentProcess(), 3); });
+    std::set_terminate(EndAbnormally);
 }
 
 int RunProgram(bool frameworkStarted, CZTInvisible& app, int count, wchar_t** arguments) noexcept {
@@ -19,7 +27,13 @@ int RunProgram(bool frameworkStarted, CZTInvisible& app, int count, wchar_t** ar
         ConsolePrint(L"Fatal Error: MFC initialization failed\n");
         return 1;
     }
-    app.Execute(count, arguments);
+    try {
+        app.Execute(count, arguments);
+    } catch (...) {
+        // A component's library may bring a runtime of its own, and its exceptions with them a
+        // terminate handler other than the one above.
+        EndAbnormally();
+    }
     return 0;
 }
 

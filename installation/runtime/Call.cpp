@@ -13,6 +13,9 @@ namespace devinst {
 
 namespace {
 
+// Thrown at the caller, who does not know it.
+struct ThrownByPlan {};
+
 std::string Joined(const std::vector<std::string>& parts) {
     std::string text;
     for (const std::string& part : parts)
@@ -106,6 +109,8 @@ HRESULT RunFaulty(const Fault& fault, const std::vector<Output>& outputs,
         TerminateProcess(GetCurrentProcess(), static_cast<UINT>(fault.code));
         Sleep(INFINITE);
         return E_UNEXPECTED;
+    case FaultKind::Throw:
+        throw ThrownByPlan();
     default:
         for (const Output& output : outputs)
             FillFaulty(output, fault);

@@ -79,7 +79,7 @@ constexpr FaultWord FaultWords[] = {
     {"result", FaultKind::Result}, {"error", FaultKind::Error},     {"raise", FaultKind::Error},
     {"null", FaultKind::Null},     {"empty", FaultKind::Empty},     {"text", FaultKind::Text},
     {"then", FaultKind::Then},     {"variant", FaultKind::Variant}, {"sleep", FaultKind::Sleep},
-    {"exit", FaultKind::Exit},
+    {"exit", FaultKind::Exit},     {"throw", FaultKind::Throw},
 };
 
 std::optional<FaultKind> ParseKind(std::string_view word) {
@@ -98,6 +98,7 @@ bool ParseWhat(std::string_view line, Fault& fault) {
     switch (fault.kind) {
     case FaultKind::Null:
     case FaultKind::Empty:
+    case FaultKind::Throw:
         return TakeRest(line).empty();
     case FaultKind::Sleep:
         return ParseSleep(line, fault) && TakeRest(line).empty();

@@ -21,6 +21,7 @@ enum class FaultKind {
     Then,    // do the work, but return the code
     Sleep,   // wait, then do the work
     Exit,    // end the process at once with the code
+    Throw,   // throw a C++ exception of no known kind at the caller
 };
 
 struct Fault {

@@ -26,17 +26,17 @@ class Job:
         self.run = None
         self.before = None
 
-    def __call__(self, *actions: str, project: Project | None = None, faults: str = "",
-                 environment=None) -> "Job":
+    def __call__(self, *actions: str, project: Project | None = None, **options) -> "Job":
+        """options: those of Sandbox.run."""
         if project is not None or not self.archive.exists():
             (project or Project()).write(self.archive)
-        return self.on_what_is_there(*actions, faults=faults, environment=environment)
+        return self.on_what_is_there(*actions, **options)
 
-    def on_what_is_there(self, *actions: str, faults: str = "", environment=None) -> "Job":
+    def on_what_is_there(self, *actions: str, **options) -> "Job":
         self.before = self.archive.read_bytes() if self.archive.is_file() else None
         self.run = self.sandbox.run(
             "-IN", self.sandbox.windows("exchange", "Pump.kvp"), "-M", "job", "-LOG",
-            self.sandbox.windows("run.log"), *actions, faults=faults, environment=environment)
+            self.sandbox.windows("run.log"), *actions, **options)
         return self
 
     # ---- what it told ----

@@ -45,6 +45,7 @@ TEST(FaultPlan, EveryKindOfLineIsRead) {
         {"A.B 1 then S_FALSE", Rule("A", "B", 1, 1, FaultKind::Then, S_FALSE)},
         {"A.B 1 sleep 250", Rule("A", "B", 1, 1, FaultKind::Sleep, S_OK, L"", 250)},
         {"A.B 1 exit 3", Rule("A", "B", 1, 1, FaultKind::Exit, 3)},
+        {"A.B 1 throw", Rule("A", "B", 1, 1, FaultKind::Throw)},
         {" \tA.B   1\tnull  \r", Rule("A", "B", 1, 1, FaultKind::Null)},
     };
     for (const PlanCase& known : cases) {
@@ -98,6 +99,7 @@ TEST(FaultPlan, LineWithoutSenseIsNamed) {
         "A.B 1 sleep",
         "A.B 1 sleep long",
         "A.B 1 exit now",
+        "A.B 1 throw 5",
         "A.B 1 variant",
         "A.B 1 variant banana",
     };

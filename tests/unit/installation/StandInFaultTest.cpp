@@ -244,6 +244,12 @@ TEST_F(StandInFault, SleepWaitsAndDoesTheWork) {
     EXPECT_EQ(m_text, L"text 1");
 }
 
+TEST_F(StandInFault, ThrowLeavesTheCallWithAnExceptionOfNoKnownKind) {
+    Plan("Probe.* * throw");
+    EXPECT_ANY_THROW(GiveText());
+    EXPECT_ANY_THROW(Invoke(m_probe.Interface(), 5, DISPATCH_METHOD, {7L}));
+}
+
 TEST_F(StandInFault, IsAnnouncedInTheTrace) {
     const TraceCapture trace;
     Plan("Probe.Work 1 result E_FAIL");
