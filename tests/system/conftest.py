@@ -16,6 +16,7 @@ from harness.job import Job  # noqa: E402
 from harness.machine import this_machine  # noqa: E402
 from harness.process import Starter  # noqa: E402
 from harness.sandbox import DEVSETUP, Sandbox  # noqa: E402
+from harness.specification import Specification  # noqa: E402
 
 
 @pytest.fixture(scope="session")
@@ -56,6 +57,12 @@ def installed(registered_components, sandbox):
 def job(installed):
     """Runs on the project Pump, with an installation of the test's own."""
     return Job(installed)
+
+
+@pytest.fixture
+def own(job):
+    """A specification "Own" and runs on a project that asks for it."""
+    return Specification(job)
 
 
 @pytest.hookimpl(hookwrapper=True)

@@ -1,5 +1,5 @@
-"""Runs that end in the middle: by an exception of no kind that the program knows, or with a component
-that ends their process."""
+"""Runs that end in the middle: by an exception of no kind that the program knows, or with a
+component that ends their process."""
 
 from __future__ import annotations
 

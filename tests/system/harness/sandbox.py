@@ -49,6 +49,9 @@ class Sandbox:
     def set_registry(self, *values: registry.Value) -> None:
         self._change_registry([value.line() for value in values])
 
+    def delete_registry_keys(self, *keys: str, root: str = "HKLM") -> None:
+        self._change_registry([registry.deletion(root, key) for key in keys])
+
     def _reset_registry(self) -> None:
         temp = self.windows("temp")
         self._change_registry([
