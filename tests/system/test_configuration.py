@@ -2,14 +2,29 @@
 
 from __future__ import annotations
 
+import sys
+
 import pytest
 
 from harness.job import OPENED, PROCESSING, SAVED
-from harness.registry import Value
+from harness.registry import Value, text
 
 TITLE = b"Value of metadata 'Title' set to 'x'\r\n"
 ACTIONS = ("-META", "Title", "x")
 FILE = ("installation", "configuration.xml")
+
+
+PARSER = r"Software\Classes\CLSID\{2933BF90-7B36-11D2-B20E-00C04F983E60}\InprocServer32"
+
+
+@pytest.fixture
+def without_parser(job):
+    """The machine has no XML parser while the test runs."""
+    if sys.platform == "win32":
+        pytest.skip("the parser is the machine's own there")
+    job.sandbox.set_registry(text(PARSER, "", r"C:\missing.dll"))
+    yield job
+    job.sandbox.set_registry(text(PARSER, "", r"C:\windows\system32\msxml.dll"))
 
 
 def path_of(job) -> bytes:
@@ -71,3 +86,8 @@ def test_path_that_the_registry_holds_wrongly_is_of_no_file(job):
                                    "ConfigurationFile", 4, b"\1\0\0\0"))
     job(*ACTIONS)
     job.check_failed(b"Configuration file does not exist: ", PROCESSING)
+
+
+def test_missing_xml_parser_is_told_as_a_configuration_that_is_not_loaded(without_parser):
+    without_parser(*ACTIONS)
+    without_parser.check_failed(b"Couldn't load configuration", PROCESSING)
