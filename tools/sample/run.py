@@ -54,14 +54,14 @@ def sample_arguments() -> list[str]:
             "-LOG", windows_path(EXCHANGE / "Pump.log", DRIVE),
             "-META", "Title", "Feed pump FP-200", "-ADDMETA", "Author", "Ada Example",
             "-PROJECTNAME", "Pump FP-200", "-EDIT", "KVDev.SampleEdit", "Touch",
-            "-DM", "Inspection.xml", "-NR"]
+            "-DM", "Inspection.xml", "-NR", "-S"]
 
 
 def update_arguments() -> list[str]:
     """A second run, on the archive of the first: its document goes through the editor control."""
     return ["-IN", windows_path(EXCHANGE / "Pump.kvp", DRIVE), "-M", "job2",
             "-LOG", windows_path(EXCHANGE / "Update.log", DRIVE),
-            "-META", "Title", "Feed pump FP-200, inspected", "-UPDATEDOC", "-NR"]
+            "-META", "Title", "Feed pump FP-200, inspected", "-UPDATEDOC", "-NR", "-S"]
 
 
 def user_arguments(folder: Path, arguments: list[str]) -> list[str]:
@@ -108,14 +108,26 @@ def quoted(arguments: list[str]) -> str:
                     for argument in arguments)
 
 
-def perform(arguments: list[str]) -> int:
+def start_with_client(arguments: list[str]) -> tuple[int, str]:
+    """Runs the program under a stand-in for the content-management client, which prints what it is
+    told; the exit code is the client's verdict."""
+    return start(BUILD / "tools" / "cms-client" / "cms-client.exe", [
+        "--exchange", windows_path(EXCHANGE, DRIVE), "--run",
+        windows_path(BUILD / "ZTInvisible.exe", DRIVE), *arguments])
+
+
+def perform(arguments: list[str], with_client: bool = False) -> int:
     """One run of the program, with all that it left."""
     exchange, archive = exchange_and_archive(arguments)
     before = project.describe(archive) if archive else {}
     heading("command line")
     print(f"ZTInvisible.exe {quoted(arguments)}", flush=True)
-    code, output = start(BUILD / "ZTInvisible.exe", arguments)
-    heading("standard output")
+    if with_client:
+        code, output = start_with_client(arguments)
+        heading("what the content-management client was told")
+    else:
+        code, output = start(BUILD / "ZTInvisible.exe", arguments)
+        heading("standard output")
     print(output.replace("\r\n", "\n").rstrip("\n") or "(nothing)")
     log = value_of(arguments, "LOG")
     show_file(f"log {log}".rstrip(), linux_path(log, DRIVE) if log else None)
@@ -133,7 +145,8 @@ def main() -> int:
     lay_out()
     if own:
         return perform(user_arguments(folder, own))
-    return perform(sample_arguments()) or perform(update_arguments())
+    return (perform(sample_arguments(), with_client=True)
+            or perform(update_arguments(), with_client=True))
 
 
 if __name__ == "__main__":
