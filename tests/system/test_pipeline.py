@@ -8,7 +8,6 @@ from harness.job import OPENED, PROCESSING, SAVED, SPECIFICATION
 from harness.projects import Project
 
 
-
 def test_every_component_call_of_the_main_job_is_made_in_its_order(job):
     job.sandbox.path("exchange", "New.xml").write_bytes(b"<document/>")
     job("-META", "Title", "New", "-PROJECTNAME", "Two", "-EDIT", "KVDev.SampleEdit", "Count",
@@ -275,8 +274,9 @@ def test_failure_of_the_shut_down_changes_no_outcome(job):
 
 # ---- what the archive holds ----
 
-@pytest.mark.parametrize("content", [b"", b"no zip at all", b"PK\x05\x06" + b"\0" * 18],
-                         ids=["empty", "text", "zip without entries"])
+@pytest.mark.parametrize("content", [b"", b"no zip at all", b"PK\x03\x04",
+                                     b"PK\x05\x06" + b"\0" * 18],
+                         ids=["empty", "text", "cut", "zip without entries"])
 def test_archive_that_holds_no_project_is_a_failure(job, content):
     job.archive.write_bytes(content)
     job.on_what_is_there("-META", "Title", "x")
@@ -331,5 +331,3 @@ def test_product_is_selected_by_the_class_of_the_specification(job, specificatio
     job("-META", "Title", "x", project=Project(specification=specification, version="1"))
     assert job.calls(" SelectProduct ") == [f"KernelAdmin#1 SelectProduct [97] ({code}) -> S_OK"]
     assert job.log.endswith(b"successfully at <time>\r\n")
-
-
