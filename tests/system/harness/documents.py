@@ -6,6 +6,8 @@ import zipfile
 from pathlib import Path
 from xml.etree import ElementTree
 
+from .projects import Project
+
 NAME = "Manual.xml"
 SPECIFICATION = {"name": "Manual", "version": "3"}
 
@@ -18,33 +20,13 @@ MARKED = """<?xml version="1.0" encoding="UTF-8"?>
 </document>
 """
 
-INDEX = """<?xml version="1.0" encoding="UTF-8"?>
-<archive>
-  <project id="P0001" name="{project}" storedName="{project}" revision="A"
-           specification="{name}" version="{version}" language="en"/>
-</archive>
-"""
-
-PROJECT = """<?xml version="1.0" encoding="UTF-8"?>
-<project>
-  <declarations><declaration name="Title"/><declaration name="Status"/></declarations>
-  <metadata><item name="Title">Feed pump</item><item name="Status">draft</item></metadata>
-  {documents}
-  <messages/>
-  <nodes/>
-</project>
-"""
-
 
 def make_archive(path: Path, document: str | None, specification=None) -> None:
     """A project whose document is `document`; None: it has none."""
-    documents = f'<documents main="{NAME}"><document name="{NAME}" file="documents/{NAME}"/></documents>'
-    index = INDEX.format(project=path.stem, **(specification or SPECIFICATION))
-    with zipfile.ZipFile(path, "w", zipfile.ZIP_DEFLATED) as archive:
-        archive.writestr("index.xml", index)
-        archive.writestr("project.xml", PROJECT.format(documents=documents if document else ""))
-        if document:
-            archive.writestr(f"documents/{NAME}", document)
+    of = specification or SPECIFICATION
+    documents = {NAME: document.encode()} if document else {}
+    Project(name=path.stem, stored_name=path.stem, specification=of["name"], version=of["version"],
+            documents=documents, main=NAME if document else "", representations={}).write(path)
 
 
 def document_in(path: Path, name: str = NAME) -> ElementTree.Element:
