@@ -259,7 +259,7 @@ TEST(WindowClass, HasTheLookThatIsAskedFor) {
     EXPECT_EQ(plain.hCursor, nullptr);
     EXPECT_EQ(plain.hbrBackground, nullptr);
     EXPECT_EQ(plain.hIcon, nullptr);
-    const HBRUSH brush = reinterpret_cast<HBRUSH>(COLOR_WINDOW + 1);
+    const HBRUSH brush = GetSysColorBrush(COLOR_WINDOW);
     ASSERT_TRUE(GetClassInfoW(GetModuleHandleW(nullptr),
                               AfxRegisterWndClass(CS_DBLCLKS, nullptr, brush), &other));
     EXPECT_EQ(other.style, static_cast<UINT>(CS_DBLCLKS));

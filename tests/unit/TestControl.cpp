@@ -2,6 +2,7 @@
 
 #include "framework/Adopt.h"
 
+#include <bit>
 #include <utility>
 
 namespace zt::test {
@@ -32,9 +33,7 @@ class TestControl final : public IOleObject,
 
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override {
         *object = nullptr;
-        if (iid == IID_IUnknown)
-            *object = static_cast<IOleObject*>(this);
-        else if (iid == IID_IOleObject && m_traits.isOleObject)
+        if (iid == IID_IUnknown || (iid == IID_IOleObject && m_traits.isOleObject))
             *object = static_cast<IOleObject*>(this);
         else if (iid == IID_IOleInPlaceObject || iid == IID_IOleWindow)
             *object = static_cast<IOleInPlaceObject*>(this);
@@ -252,11 +251,11 @@ class TestControlFactory final : public IClassFactory {
 };
 
 BOOL CALLBACK CountOne(HWND window, LPARAM count) {
-    ++*reinterpret_cast<int*>(count);
     const auto countChild = [](HWND, LPARAM children) -> BOOL {
-        ++*reinterpret_cast<int*>(children);
+        ++*std::bit_cast<int*>(children);
         return TRUE;
     };
+    countChild(window, count);
     EnumChildWindows(window, countChild, count);
     return TRUE;
 }

@@ -27,7 +27,6 @@ class DocumentUpdate : public testing::Test {
     DocumentUpdate() {
         AfxEnableControlContainer();
         ControlRecord::Reset();
-        m_windowsBefore = CountWindows();
         m_app.m_strLogFile = m_folder.Path(L"run.log");
         m_app.m_pKernelProject = m_project.Get();
         m_app.m_pKernelAdmin = m_admin.Get();
@@ -82,7 +81,7 @@ class DocumentUpdate : public testing::Test {
         return calls;
     }
 
-    int m_windowsBefore = 0;
+    int m_windowsBefore = CountWindows();
     CallList& m_calls = ControlRecord::Get().calls;
     std::wstring m_documentName = L"Manual.xml";
     TemporaryFolder m_folder;
