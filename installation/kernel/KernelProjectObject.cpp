@@ -229,7 +229,7 @@ XmlElement KernelProjectObject::FindMetadata(const std::wstring& name) const {
 }
 
 XmlElement KernelProjectObject::AddMetadata(const std::wstring& name) {
-    const XmlElement item = AddChild(RequireChild(Content(), L"metadata"), L"item");
+    XmlElement item = AddChild(RequireChild(Content(), L"metadata"), L"item");
     SetAttribute(item, L"name", name);
     SetAttribute(item, L"unset", L"yes");
     return item;

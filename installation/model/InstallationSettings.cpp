@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include <algorithm>
 #include <string>
 
 namespace devinst {
@@ -17,7 +18,8 @@ std::wstring Setting(const wchar_t* name) {
     if (RegGetValueW(HKEY_LOCAL_MACHINE, Key, name, RRF_RT_REG_SZ, nullptr, value.data(), &size) !=
         0)
         return {};
-    return value.c_str();
+    value.resize(std::min(value.find(L'\0'), value.size()));
+    return value;
 }
 
 } // namespace

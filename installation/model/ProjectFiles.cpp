@@ -66,7 +66,7 @@ std::wstring NextNumber(std::wstring number) {
 } // namespace
 
 XmlElement ProjectOf(const XmlFile& index) {
-    const XmlElement project = Child(index.Root(), L"project");
+    XmlElement project = Child(index.Root(), L"project");
     if (project == nullptr || Attribute(project, L"name").empty() ||
         !IsFileName(Attribute(project, L"id")))
         throw ComFailure{E_FAIL, L"The index names no project."};

@@ -8,6 +8,8 @@
 #include "installation/runtime/EarlyBound.h"
 #include "installation/runtime/StandIn.h"
 
+#include <algorithm>
+#include <iterator>
 #include <string>
 #include <tuple>
 #include <type_traits>
@@ -99,7 +101,9 @@ HRESULT InvokeAny(Derived& self, DispatchCall& call, std::tuple<Operations...>*)
     HRESULT outcome = DISP_E_MEMBERNOTFOUND;
     if ((TryOperation<Operations>(self, call, outcome) || ...))
         return outcome;
-    return RefuseUnlisted(self, call, ((call.id == Operations::Id) || ...));
+    const DISPID listed[] = {Operations::Id...};
+    return RefuseUnlisted(
+        self, call, std::find(std::begin(listed), std::end(listed), call.id) != std::end(listed));
 }
 
 template <typename... Operations>

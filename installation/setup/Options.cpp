@@ -55,13 +55,13 @@ void ParseOption(Arguments& arguments, SetupOptions& options) {
 
 } // namespace
 
-SetupOptions ParseOptions(const std::vector<std::wstring>& values) {
-    if (values.empty())
+SetupOptions ParseOptions(const std::vector<std::wstring>& arguments) {
+    if (arguments.empty())
         throw UsageError("nothing to do");
     SetupOptions options;
-    Arguments arguments(values);
-    while (!arguments.AtEnd())
-        ParseOption(arguments, options);
+    Arguments left(arguments);
+    while (!left.AtEnd())
+        ParseOption(left, options);
     return options;
 }
 

@@ -33,7 +33,7 @@ std::string Inflated(const std::string& packed, std::uint32_t size) {
 
 // Whether a name stays below the folder that it is extracted to.
 bool IsHarmless(std::string_view name) {
-    if (name.empty() || name.front() == '/' || name.find_first_of("\\:") != name.npos)
+    if (name.empty() || name.front() == '/' || name.find_first_of("\\:") != std::string_view::npos)
         return false;
     for (std::size_t start = 0; start <= name.size();) {
         const std::size_t end = std::min(name.find('/', start), name.size());

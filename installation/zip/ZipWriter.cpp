@@ -42,7 +42,7 @@ class Deflater {
 
   private:
     z_stream m_stream = {};
-    std::array<char, BlockSize> m_output;
+    std::array<char, BlockSize> m_output = {};
 };
 
 void PutSizes(std::string& bytes, const ZipEntry& entry) {
@@ -124,7 +124,7 @@ void ZipWriter::AddEntry(const std::string& name, const Source& source) {
     Deflater deflater;
     std::uint64_t size = 0;
     std::uint64_t packed = 0;
-    std::array<char, BlockSize> block;
+    std::array<char, BlockSize> block = {};
     for (bool last = false; !last;) {
         const std::size_t taken = source(block.data(), block.size());
         last = taken == 0;

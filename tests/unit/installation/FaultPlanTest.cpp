@@ -10,7 +10,7 @@ namespace {
 constexpr unsigned Forever = std::numeric_limits<unsigned>::max();
 
 struct PlanCase {
-    const char* line;
+    const char* line = nullptr;
     FaultRule rule;
 };
 

@@ -62,8 +62,8 @@ class Probe final : public StandIn {
     // Runs work.
     HRESULT On(ProbeInterface::Work) { return work(); }
 
-    HRESULT On(ProbeAutomation::GetTitle, BSTR* title);
-    HRESULT On(ProbeAutomation::PutTitle, BSTR title);
+    HRESULT On(ProbeAutomation::GetTitle, BSTR* text);
+    HRESULT On(ProbeAutomation::PutTitle, BSTR text);
     HRESULT On(ProbeAutomation::PutHost, IDispatch*) { return S_OK; }
     HRESULT On(ProbeAutomation::PutRefHost, IDispatch*) { return S_OK; }
     // "a 3 true"

@@ -100,8 +100,8 @@ TEST(SetupLayout, HasTheFilesOfEverySpecification) {
               "Templates.xml", "Types.xml", "zt-handlers.dll"})
             expected.push_back(name + "/" + file);
     }
-    expected.push_back("Manual/de/Export.script");
-    expected.push_back("Manual/de/Types.xml");
+    expected.emplace_back("Manual/de/Export.script");
+    expected.emplace_back("Manual/de/Types.xml");
     std::sort(expected.begin(), expected.end());
     EXPECT_EQ(FilesBelow(store), expected);
 }
