@@ -158,6 +158,14 @@ def test_handler_that_cannot_be_created_is_passed_over(own, element, text):
     own.job.check_succeeded(loaded())
 
 
+def test_handlers_are_released_when_the_kernel_is_shut_down_after_a_failure(own):
+    own.of_class("IPC", KERNEL_HANDLERS).process("-META", "Unknown", "x")
+    assert own.job.shut_down == ["KernelAdmin#1 CloseProjects [42] (-1) -> S_OK",
+                                 "KernelAdmin#1 ShutDown [17] (-1) -> S_OK",
+                                 "Configuration#1 Close [method 13] (true) -> S_OK"]
+    assert {"live zt-components.dll: 0", "live zt-handlers.dll: 0"} <= set(own.job.run.trace)
+
+
 def test_document_handler_reaches_the_attached_document(own):
     own.job.sandbox.path("exchange", "New.xml").write_bytes(b"<new/>")
     own.of_class("TEXT", "<docHandler>Own Handler</docHandler>").process("-DM", "New.xml")

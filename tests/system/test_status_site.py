@@ -4,6 +4,7 @@ from __future__ import annotations
 
 import pytest
 
+from harness.client import ContentManager
 from harness.job import LOADED, PROCESSING, SAVED, SPECIFICATION
 from harness.projects import Project
 
@@ -30,6 +31,17 @@ def test_message_is_logged_as_an_error_report_and_the_run_goes_on(job):
                        b"SUCCESS: ZeltorAuthorInvisible finished successfully at <time>\r\n")
     # The status file takes the texts while it still has the name for a run that goes on.
     assert job.sandbox.read("exchange", "job_DONE") == b"Disk\r\n100% full.Sure?"
+
+
+def test_message_goes_to_the_client_of_a_run_that_reports_to_one(job):
+    with ContentManager() as client:
+        job.sandbox.path("exchange", "cms.ini").write_text(client.settings())
+        job("-S", "-META", "Title", "x", project=Project(messages=((4, "Sure?"),)))
+        assert client.messages == ["TOOL_ACTION_MESSAGE|ZELTOR_MANUAL|MESSAGE|Sure?",
+                                   "TOOL_ACTION_MESSAGE|ZELTOR_MANUAL|STATUS|SUCCESS",
+                                   "TOOL_ACTION_MESSAGE|ZELTOR_MANUAL|SAVE_AND_CLOSE|Pump.kvp"]
+    assert answers(job) == ['program ShowMessage ("Sure?", 4) -> S_OK, 6']
+    assert job.sandbox.read("exchange", "job_DONE") == b""
 
 
 def test_kernel_finds_its_display_as_a_service_of_the_site(job):
