@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <ostream>
+
 namespace zt::test {
 namespace {
 
@@ -10,6 +12,8 @@ struct Case {
     const wchar_t* documentPath;
     const wchar_t* folder;
     const wchar_t* fullPath;
+
+    friend void PrintTo(const Case& one, std::ostream* out) { *out << one.name; }
 };
 
 class DocumentLocation : public testing::TestWithParam<Case> {};

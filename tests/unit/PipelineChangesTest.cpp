@@ -86,6 +86,8 @@ struct MetadataCase {
     bool overwrite;
     _variant_t current;
     bool isSet;
+
+    friend void PrintTo(const MetadataCase& one, std::ostream* out) { *out << one.name; }
 };
 
 class PipelineMetadataValue : public ProjectTest,

@@ -132,6 +132,8 @@ struct ResultCase {
     const char* name;
     _variant_t result;
     bool succeeds;
+
+    friend void PrintTo(const ResultCase& one, std::ostream* out) { *out << one.name; }
 };
 
 _variant_t Null() {

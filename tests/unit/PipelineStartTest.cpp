@@ -272,6 +272,8 @@ struct Product {
     int specificationClass;
     const char* selection;
     const wchar_t* registryKey;
+
+    friend void PrintTo(const Product& one, std::ostream* out) { *out << one.selection; }
 };
 
 class PipelineProduct : public ProjectTest, public testing::WithParamInterface<Product> {};

@@ -165,6 +165,8 @@ TEST_F(StatusDispSite, ServesItsDisplayInterfaceAndNoOther) {
 struct Box {
     LONG type;
     LONG answer;
+
+    friend void PrintTo(const Box& one, std::ostream* out) { *out << "type " << one.type; }
 };
 
 class StatusDispSiteBox : public StatusDispSite, public testing::WithParamInterface<Box> {};
