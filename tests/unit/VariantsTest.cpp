@@ -77,16 +77,30 @@ TEST(TextElement, IsEmptyForEveryOtherType) {
     EXPECT_EQ(TextElement(none, 0, 1).length(), 0u);
 }
 
-TEST(TextElement, IsEmptyForAnArrayThatOnlyCallsItselfOneOfTexts) {
-    for (const VARTYPE type : {VT_VARIANT, VT_I4, VT_I8, VT_UI1, VT_DISPATCH}) {
+// A value that calls itself an array of texts and is one of another type.
+struct LyingArray {
+    explicit LyingArray(VARTYPE type) {
         SAFEARRAYBOUND bounds[] = {{2, 0}, {2, 0}};
-        SAFEARRAY* const array = SafeArrayCreate(type, 2, bounds);
-        VARIANT lying = {};
-        lying.vt = VT_ARRAY | VT_BSTR;
-        lying.parray = array;
-        EXPECT_EQ(TextElement(lying, 0, 1).length(), 0u) << type;
-        SafeArrayDestroy(array);
+        value.vt = VT_ARRAY | VT_BSTR;
+        value.parray = SafeArrayCreate(type, 2, bounds);
     }
+    ~LyingArray() { SafeArrayDestroy(value.parray); }
+
+    VARIANT value = {};
+};
+
+TEST(TextElement, IsEmptyForAnArrayThatOnlyCallsItselfOneOfTexts) {
+    for (const VARTYPE type : {VT_VARIANT, VT_I4, VT_UI1, VT_DISPATCH})
+        EXPECT_EQ(TextElement(LyingArray(type).value, 0, 1).length(), 0u) << type;
+}
+
+TEST(TextElement, IsEmptyForNumbersThatLookLikeTexts) {
+    const _bstr_t text(L"not the array's");
+    const LyingArray numbers(VT_I8);
+    LONG at[] = {0, 1};
+    LONGLONG address = reinterpret_cast<LONGLONG>(text.copy(false));
+    SafeArrayPutElement(numbers.value.parray, at, &address);
+    EXPECT_EQ(TextElement(numbers.value, 0, 1).length(), 0u);
 }
 
 TEST(TextElement, IsACopyThatOutlivesTheArray) {
