@@ -1,5 +1,7 @@
 // Uses that no table allows end the process; each is tried in a child process.
 #include "tests/unit/installation/Automation.h"
+#include "tests/unit/installation/Kit.h"
+#include "tests/unit/installation/PlanFile.h"
 #include "tests/unit/installation/Probe.h"
 #include "tests/unit/installation/TraceCapture.h"
 
@@ -7,9 +9,6 @@
 #include "tests/unit/Isolation.h"
 
 #include <gmock/gmock.h>
-
-#include <fstream>
-#include <memory>
 
 namespace devinst::test {
 namespace {
@@ -78,30 +77,6 @@ TEST(StandInMisuseDeathTest, ExitFaultEndsTheProcessWithItsCode) {
     EXPECT_EXIT(crash(), ExitedWithCode(9), "");
 }
 
-// A plan file that the child process finds where its parent put it.
-class PlanFile {
-  public:
-    explicit PlanFile(const char* text) {
-        wchar_t inherited[1024] = {};
-        if (GetEnvironmentVariableW(Variable, inherited, 1024) != 0) {
-            m_path = inherited;
-            return;
-        }
-        m_folder = std::make_unique<zt::test::TemporaryFolder>();
-        m_path = m_folder->Path(L"plan.txt");
-        std::ofstream(std::filesystem::path(m_path)) << text;
-        SetEnvironmentVariableW(Variable, m_path.c_str());
-    }
-    ~PlanFile() { SetEnvironmentVariableW(Variable, nullptr); }
-
-    const std::wstring& Path() const { return m_path; }
-
-  private:
-    static constexpr const wchar_t* Variable = L"ZT_TEST_PLAN";
-    std::unique_ptr<zt::test::TemporaryFolder> m_folder;
-    std::wstring m_path;
-};
-
 // The plan is read with the first call of a process.
 void CallUnderPlan(const std::wstring& path) {
     SetEnvironmentVariableW(L"ZT_FAULTS", path.c_str());
@@ -123,6 +98,26 @@ TEST(StandInMisuseDeathTest, PlanWithALineWithoutSenseEndsTheProcess) {
 TEST(StandInMisuseDeathTest, PlanFromTheEnvironmentIsFollowed) {
     const PlanFile plan("Probe.Work 1 exit 11\n");
     EXPECT_EXIT(CallUnderPlan(plan.Path()), ExitedWithCode(11), "");
+}
+
+// One object of each of two libraries.
+void CreateFromTwoLibraries(const std::wstring& plan) {
+    SetEnvironmentVariableW(L"ZT_FAULTS", plan.c_str());
+    HRESULT second = E_UNEXPECTED;
+    {
+        const zt::test::RegistryOverride registry(HKEY_LOCAL_MACHINE);
+        const RegisteredLibrary handlers(L"zt-handlers.dll");
+        const RegisteredLibrary components(L"zt-components.dll");
+        Microsoft::WRL::ComPtr<IDispatch> object;
+        handlers.Create(L"KVDev.SampleEdit", IID_PPV_ARGS(&object));
+        second = components.Create(L"KV.Admin", IID_PPV_ARGS(&object));
+    }
+    ExitProcess(second == E_ACCESSDENIED ? 11 : 12);
+}
+
+TEST(StandInMisuseDeathTest, PlanCountsTheCallsOfAllLibrariesTogether) {
+    const PlanFile plan("*.CreateInstance 2 result E_ACCESSDENIED\n");
+    EXPECT_EXIT(CreateFromTwoLibraries(plan.Path()), ExitedWithCode(11), "");
 }
 
 TEST(StandInMisuseDeathTest, TraceThatCannotBeWrittenEndsTheProcess) {
