@@ -69,8 +69,8 @@ _variant_t PairOf(const ComPtr<IUnknown>& first, const ComPtr<IUnknown>& second)
     return pair;
 }
 
-void Send(CommandTarget3D* target, long command, VARIANT* argument) {
-    _variant_t number(command, VT_I4);
+void Send(CommandTarget3D* target, long command, const VARIANT* argument) {
+    const _variant_t number(command, VT_I4);
     CommandTarget3D::Execute::Call(target, 0, &number, argument);
 }
 
@@ -112,7 +112,7 @@ void AnnounceReferencedObjects(Component3D* component, KernelProject* project) {
     ComPtr<IUnknown> firstItem;
     NodeTree::GetItem::Call(root.Get(), _variant_t(0L, VT_I4), firstItem.GetAddressOf());
     for (const ComPtr<IUnknown>& object : CollectAttachedObjects(root.Get())) {
-        _variant_t pair = PairOf(firstItem, object);
+        const _variant_t pair = PairOf(firstItem, object);
         Send(target.Get(), AddObject, &pair);
     }
 }

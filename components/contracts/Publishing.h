@@ -33,7 +33,7 @@ namespace zt {
     METHOD(PublishText,               85, KernelAdmin*, BSTR /* destination */, BSTR /* name */, VARIANT /* I4 0 */)
 
 #define ZT_3D_COMMAND_TARGET(METHOD)                                              \
-    METHOD(Execute,                    3, LONG /* 0 */, VARIANT* /* command, I4 */, VARIANT* /* argument or null */)
+    METHOD(Execute,                    3, LONG /* 0 */, const VARIANT* /* command, I4 */, const VARIANT* /* argument or null */)
 
 #define ZT_NODE_TREE(METHOD)                                                      \
     METHOD(GetItem,                    7, VARIANT /* I4 0: the first */, IUnknown**) \

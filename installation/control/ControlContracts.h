@@ -73,12 +73,6 @@ struct ArgumentTraits<HWND> {
         inputs.emplace_back(window != nullptr ? "window" : "null");
     }
 };
-template <>
-struct ArgumentTraits<DWORD*> {
-    static void Sort(DWORD* place, std::vector<std::string>&, std::vector<Output>& outputs) {
-        outputs.push_back(Output::Number(reinterpret_cast<LONG*>(place)));
-    }
-};
 
 } // namespace detail
 

@@ -58,12 +58,32 @@ std::wstring OpenProject::Metadata(const std::wstring& name) {
     return TextOf(Call(m_project.Get(), L"GetMetadata", DISPATCH_METHOD, parameters));
 }
 
+std::wstring OpenProject::Read(const wchar_t* property) {
+    return TextOf(Call(m_project.Get(), property, DISPATCH_PROPERTYGET, {}));
+}
+
 std::wstring OpenProject::Revision() {
-    return TextOf(Call(m_project.Get(), L"Revision", DISPATCH_PROPERTYGET, {}));
+    return Read(L"Revision");
 }
 
 std::wstring OpenProject::DocumentPath() {
-    return TextOf(Call(m_project.Get(), L"DocumentPath", DISPATCH_PROPERTYGET, {}));
+    return Read(L"DocumentPath");
+}
+
+std::wstring OpenProject::Name() {
+    return Read(L"Name");
+}
+
+std::wstring OpenProject::Content() {
+    return Read(L"Content");
+}
+
+std::wstring OpenProject::Folder() {
+    return Read(L"Folder");
+}
+
+std::wstring OpenProject::Representations() {
+    return Read(L"Representations");
 }
 
 } // namespace devinst

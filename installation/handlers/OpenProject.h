@@ -21,8 +21,16 @@ class OpenProject {
     std::wstring Metadata(const std::wstring& name);
     std::wstring Revision();
     std::wstring DocumentPath();
+    std::wstring Name();
+    // The content as XML.
+    std::wstring Content();
+    std::wstring Folder();
+    // The folder of the project's representations.
+    std::wstring Representations();
 
   private:
+    std::wstring Read(const wchar_t* property);
+
     Microsoft::WRL::ComPtr<IDispatch> m_project;
 };
 

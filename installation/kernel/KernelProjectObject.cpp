@@ -1,6 +1,7 @@
 #include "installation/kernel/KernelProjectObject.h"
 
 #include "installation/kernel/MetadataObjects.h"
+#include "installation/model/InstallationSettings.h"
 #include "installation/model/ProjectFiles.h"
 #include "installation/runtime/EarlyBound.h"
 #include "installation/runtime/LateBound.h"
@@ -43,10 +44,6 @@ HRESULT KernelProjectObject::GiveIndexText(const wchar_t* attribute, BSTR* text)
 
 HRESULT KernelProjectObject::On(zt::KernelProject::GetStoredName, BSTR* name) {
     return GiveIndexText(L"storedName", name);
-}
-
-HRESULT KernelProjectObject::On(zt::KernelProject::GetNodeTree, IUnknown**) {
-    return E_NOTIMPL;
 }
 
 HRESULT KernelProjectObject::On(zt::KernelProject::Load, LONG mode) {
@@ -196,6 +193,20 @@ HRESULT KernelProjectObject::On(ProjectScripting::GetRevision, BSTR* revision) {
 
 HRESULT KernelProjectObject::On(ProjectScripting::GetDocumentPath, BSTR* path) {
     return Give(DocumentPath().wstring(), path);
+}
+
+HRESULT KernelProjectObject::On(ProjectScripting::GetContent, BSTR* content) {
+    Content();
+    return Give(m_content->Text(), content);
+}
+
+HRESULT KernelProjectObject::On(ProjectScripting::GetFolder, BSTR* folder) {
+    return Give(m_folder.wstring(), folder);
+}
+
+HRESULT KernelProjectObject::On(ProjectScripting::GetRepresentations, BSTR* folder) {
+    const std::wstring id = Attribute(ProjectOf(m_index), L"id");
+    return Give((WorkFolderPath() / L"Representations" / id).wstring(), folder);
 }
 
 HRESULT KernelProjectObject::FindDispatchName(const wchar_t* name, DISPID* id) {

@@ -8,10 +8,13 @@
 #include "installation/runtime/StandIn.h"
 
 #include <filesystem>
+#include <map>
 #include <optional>
 #include <string>
 
 namespace devinst {
+
+class ReferencedObject;
 
 // An open project. Its index is read when it is opened, its content by Load; both are kept in
 // memory until they are saved.
@@ -43,6 +46,9 @@ class KernelProjectObject final : public StandIn {
     HRESULT On(ProjectScripting::GetMetadata, BSTR name, BSTR* value);
     HRESULT On(ProjectScripting::GetRevision, BSTR* revision);
     HRESULT On(ProjectScripting::GetDocumentPath, BSTR* path);
+    HRESULT On(ProjectScripting::GetContent, BSTR* content);
+    HRESULT On(ProjectScripting::GetFolder, BSTR* folder);
+    HRESULT On(ProjectScripting::GetRepresentations, BSTR* folder);
     HRESULT FindDispatchName(const wchar_t* name, DISPID* id) override;
     HRESULT InvokeDispatch(DISPID id, WORD kind, DISPPARAMS& parameters, VARIANT* result,
                            EXCEPINFO* exception) override;
@@ -60,6 +66,11 @@ class KernelProjectObject final : public StandIn {
     // Writes index and content to the project's folder.
     void Save() const;
 
+    // What the nodes refer to, by id; one object for each as long as anyone holds it. Empty for
+    // an id that the project does not list.
+    Ref<ReferencedObject> ObjectOf(const std::wstring& id);
+    void Forget(const std::wstring& id) { m_objects.erase(id); }
+
   private:
     ~KernelProjectObject() override;
 
@@ -70,6 +81,7 @@ class KernelProjectObject final : public StandIn {
     std::filesystem::path m_folder;
     XmlFile m_index;
     std::optional<XmlFile> m_content;
+    std::map<std::wstring, ReferencedObject*> m_objects; // the living ones
 };
 
 } // namespace devinst

@@ -35,13 +35,6 @@ void Check(HRESULT result, const wchar_t* what) {
     throw ComFailure{E_FAIL, description};
 }
 
-XmlElement AsElement(IXMLDOMNode* node) {
-    XmlElement element;
-    if (node != nullptr)
-        node->QueryInterface(InterfaceElement, reinterpret_cast<void**>(element.GetAddressOf()));
-    return element;
-}
-
 _bstr_t Bstr(const std::wstring& text) {
     return _bstr_t(SysAllocStringLen(text.data(), static_cast<UINT>(text.size())), false);
 }
@@ -88,8 +81,21 @@ XmlElement XmlFile::Root() const {
     return root;
 }
 
+std::wstring XmlFile::Text() const {
+    BSTR text = nullptr;
+    Check(m_document->get_xml(&text), L"The document cannot be written as text.");
+    return Owned(text);
+}
+
 void XmlFile::Save(const std::filesystem::path& path) const {
     Check(m_document->save(_variant_t(path.c_str())), L"A file of the project cannot be written.");
+}
+
+XmlElement AsElement(IXMLDOMNode* node) {
+    XmlElement element;
+    if (node != nullptr)
+        node->QueryInterface(InterfaceElement, reinterpret_cast<void**>(element.GetAddressOf()));
+    return element;
 }
 
 std::vector<XmlElement> Children(const XmlElement& parent, const wchar_t* name) {

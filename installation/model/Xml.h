@@ -25,12 +25,16 @@ class XmlFile {
     static XmlFile FromFile(const std::filesystem::path& path, Blanks blanks = Blanks::Dropped);
 
     XmlElement Root() const;
+    std::wstring Text() const;
     void Save(const std::filesystem::path& path) const;
 
   private:
     XmlFile();
     ComPtr<IXMLDOMDocument> m_document;
 };
+
+// Empty for a node of another kind.
+XmlElement AsElement(IXMLDOMNode* node);
 
 // The child elements of that name.
 std::vector<XmlElement> Children(const XmlElement& parent, const wchar_t* name);

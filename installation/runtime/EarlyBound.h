@@ -49,6 +49,18 @@ struct ArgumentTraits<VARIANT*> {
         outputs.push_back(Output::Variant(place));
     }
 };
+template <>
+struct ArgumentTraits<const VARIANT*> { // in-arguments
+    static void Sort(const VARIANT* value, std::vector<std::string>& inputs, std::vector<Output>&) {
+        inputs.push_back(value != nullptr ? Described(*value) : "null");
+    }
+};
+template <>
+struct ArgumentTraits<DWORD*> {
+    static void Sort(DWORD* place, std::vector<std::string>&, std::vector<Output>& outputs) {
+        outputs.push_back(Output::Number(reinterpret_cast<LONG*>(place)));
+    }
+};
 template <typename Interface>
 struct ArgumentTraits<Interface**> {
     static void Sort(Interface** place, std::vector<std::string>&, std::vector<Output>& outputs) {

@@ -41,7 +41,7 @@ const std::vector<Row> Component3DRows = {
     {"PublishText", 85, "KernelAdmin*, BSTR, BSTR, VARIANT"},
 };
 
-const std::vector<Row> CommandTargetRows = {{"Execute", 3, "LONG, VARIANT*, VARIANT*"}};
+const std::vector<Row> CommandTargetRows = {{"Execute", 3, "LONG, const VARIANT*, const VARIANT*"}};
 
 const std::vector<Row> NodeTreeRows = {
     {"GetItem", 7, "VARIANT, IUnknown**"},
@@ -77,7 +77,7 @@ constexpr const char* NameOf<VARIANT_BOOL> = "VARIANT_BOOL";
 template <>
 constexpr const char* NameOf<VARIANT> = "VARIANT";
 template <>
-constexpr const char* NameOf<VARIANT*> = "VARIANT*";
+constexpr const char* NameOf<const VARIANT*> = "const VARIANT*";
 template <>
 constexpr const char* NameOf<KernelAdmin*> = "KernelAdmin*";
 template <>

@@ -21,7 +21,7 @@ class AnnouncedObjects : public PublishTest {
         NodeCount::Reset();
         component.Answer(IID_3DCommandTarget, target.Get());
         target.On<CommandTarget3D::Execute>(
-            [this](LONG flags, VARIANT* command, VARIANT* argument) {
+            [this](LONG flags, const VARIANT* command, const VARIANT* argument) {
                 calls.push_back(Describe(flags, *command, argument));
                 return commandResult;
             });

@@ -1,0 +1,34 @@
+#include "installation/publishing/PageFrame.h"
+
+#include "installation/publishing/Html.h"
+
+#include <cmath>
+
+namespace devinst {
+
+namespace {
+
+constexpr int PictureWidth = 160;
+
+} // namespace
+
+std::string PageFrame(const Publication& publication, const std::string& root,
+                      const std::wstring& title, const std::string& content) {
+    std::string page = "<!DOCTYPE html>\n<html lang=\"" + Html(publication.language) +
+                       "\">\n<head>\n<meta charset=\"utf-8\">\n<title>" + Html(title) +
+                       "</title>\n<link rel=\"stylesheet\" href=\"" + root + ResourceTag +
+                       "style.css\">\n</head>\n<body class=\"" + publication.kind +
+                       (publication.learning ? " learning" : "") + "\">\n" + content;
+    if (!publication.settings.footer.empty())
+        page += "<footer>" + Html(publication.settings.footer) + "</footer>\n";
+    return page + "</body>\n</html>\n";
+}
+
+std::string Picture(const Publication& publication, const std::string& root,
+                    const std::wstring& file) {
+    const long width = std::lround(PictureWidth * publication.settings.scale);
+    return "<img src=\"" + root + "pictures/" + HtmlAddress(file) + "\" alt=\"" + Html(file) +
+           "\" width=\"" + std::to_string(width) + "\">";
+}
+
+} // namespace devinst
