@@ -140,7 +140,7 @@ HRESULT Component3DObject::On(zt::Component3D::PublishText, zt::KernelAdmin* ker
     if (!IsZero(last) || SysStringLen(destination) == 0)
         return E_INVALIDARG;
     Publication publication = Begin("text", kernel);
-    publication.resourceTag = L"#res#";
+    publication.resourceTag = ResourceTag;
     publication.contents = TextFrom(name);
     publication.facts.push_back({"name", TextFrom(name)});
     Publish(publication, TextFrom(destination));

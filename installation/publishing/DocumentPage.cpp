@@ -39,10 +39,9 @@ std::string ElementContent(const Publication& publication, const XmlElement& ele
     element->get_tagName(&name);
     const std::wstring tag = Owned(name);
     if (tag == L"figure")
-        return "<p>" + Picture(publication, "../", Attribute(element, L"representation")) +
-               "</p>\n";
+        return "<p>" + Picture(publication, "../", Attribute(element, L"representation")) + "</p>";
     const std::string html = HtmlTag(tag);
-    return "<" + html + ">" + ContentOf(publication, element.Get()) + "</" + html + ">\n";
+    return "<" + html + ">" + ContentOf(publication, element.Get()) + "</" + html + ">";
 }
 
 std::string NodeContent(const Publication& publication, IXMLDOMNode* node) {

@@ -67,7 +67,7 @@ HRESULT ExporterObject::On(zt::Exporter::Export) {
     Publication publication;
     publication.kind = "catalogue";
     publication.language = m_language;
-    publication.resourceTag = L"#res#";
+    publication.resourceTag = ResourceTag;
     publication.settings = m_settings;
     publication.project = ReadProject(m_kernel.Get());
     publication.objects = ReadObjects(m_kernel.Get());

@@ -1,9 +1,7 @@
 #include "installation/publishing/Publication.h"
 
-#include "installation/publishing/Html.h"
 #include "installation/publishing/Pages.h"
 #include "installation/runtime/Call.h"
-#include "installation/runtime/Utf8.h"
 
 #include <fstream>
 #include <optional>
@@ -59,24 +57,19 @@ std::optional<XmlFile> ReadDocument(const fs::path& file) {
 class Writer {
   public:
     Writer(const Publication& publication, fs::path folder)
-        : m_publication(publication), m_tag(ToUtf8(publication.resourceTag)),
-          m_folder(std::move(folder)) {}
+        : m_publication(publication), m_folder(std::move(folder)) {}
 
-    void WritePage(const fs::path& name, const std::string& page) {
-        WriteFile(m_folder / name, ReplaceAll(page, m_tag, "resources/"));
-    }
     DocumentEntry WriteDocument(const PublishedDocument& document) {
         CopyInto(document.file, m_folder / L"documents");
         const std::optional<XmlFile> content = ReadDocument(document.file);
         if (content)
-            WritePage(L"documents" / fs::path(document.name + L".html"),
+            WriteFile(m_folder / L"documents" / (document.name + L".html"),
                       DocumentPage(m_publication, document.name, content->Root()));
         return {document.name, content.has_value()};
     }
 
   private:
     const Publication& m_publication;
-    std::string m_tag;
     fs::path m_folder;
 };
 
@@ -94,7 +87,7 @@ void Publish(const Publication& publication, const fs::path& folder) {
         for (const PublishedDocument& document : publication.project.documents)
             documents.push_back(writer.WriteDocument(document));
     }
-    writer.WritePage(L"index.html", IndexPage(publication, documents));
+    WriteFile(folder / L"index.html", IndexPage(publication, documents));
 }
 
 } // namespace devinst

@@ -10,9 +10,8 @@
 
 namespace devinst {
 
-// Stands in the pages for the folder of their resources until the component's own tag is replaced
-// by that folder.
-constexpr char ResourceTag[] = "#res#";
+// Names the folder of the pages' resources.
+constexpr wchar_t ResourceTag[] = L"#res#";
 
 // Something that the component was told, shown in the page under that identifier.
 struct Fact {

@@ -14,4 +14,8 @@ void LayOut(const std::filesystem::path& kit, const std::filesystem::path& root)
 // Points the machine's registry values at the files below root. Raises SetupError.
 void WriteRegistry(const std::filesystem::path& root);
 
+// Writes what the publishing components of every product start from to the machine's registry, and
+// makes the product's key of the user, without settings. Raises SetupError.
+void WriteProductSettings();
+
 } // namespace devinst

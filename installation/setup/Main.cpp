@@ -34,6 +34,7 @@ void CarryOut(const SetupOptions& options) {
             std::filesystem::absolute(*options.root).make_preferred();
         LayOut(kit, root);
         WriteRegistry(root);
+        WriteProductSettings();
     }
     for (const PackOrder& order : options.packs)
         Pack(order);
