@@ -54,6 +54,9 @@ class ScriptedKernel final : public StandIn {
     HRESULT On(ProjectScripting::GetMetadata, BSTR, BSTR*) { return E_NOTIMPL; }
     HRESULT On(ProjectScripting::GetRevision, BSTR*) { return E_NOTIMPL; }
     HRESULT On(ProjectScripting::GetDocumentPath, BSTR*) { return E_NOTIMPL; }
+    HRESULT On(ProjectScripting::GetContent, BSTR*) { return E_NOTIMPL; }
+    HRESULT On(ProjectScripting::GetFolder, BSTR*) { return E_NOTIMPL; }
+    HRESULT On(ProjectScripting::GetRepresentations, BSTR*) { return E_NOTIMPL; }
 
     bool projectIsOpen = true;
     std::wstring refusal;
