@@ -74,7 +74,7 @@ SANITIZERS = {
 def debug_stage(stage: str, name: str) -> Results:
     """Every unit-test program whole, its tests shuffled: they must not lean on an order."""
     results = Results()
-    for program in sorted((BUILD / "debug" / "tests" / "unit").glob("*.exe")):
+    for program in sorted((BUILD / "debug" / "tests" / "unit").glob("unit-*.exe")):
         results.add(_debug_program(stage, program, name))
     return results
 
