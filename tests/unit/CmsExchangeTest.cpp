@@ -201,7 +201,7 @@ TEST(TcpClientSend, EndsWithTheTimeoutWhenThePeerTakesNothing) {
             Sleep(10);
     });
     exchange.client.SetTimeout(1);
-    const std::string bytes(64'000'000, 'x');
+    const std::vector<char> bytes(64'000'000);
     int result = 1;
     EXPECT_THAT(
         MillisecondsOf([&] { result = exchange.client.SendData(bytes.data(), 64'000'000); }),

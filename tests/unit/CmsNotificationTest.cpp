@@ -318,9 +318,9 @@ TEST_F(Notification, DisconnectsAfterAnAnswerThatIsNone) {
 // Counts the valid ones; the platform's own counter is not everywhere to be had.
 int OpenHandles() {
     int count = 0;
-    for (ULONG_PTR number = 4; number < 0x8000; number += 4) {
+    for (ULONG number = 4; number < 0x8000; number += 4) {
         DWORD flags = 0;
-        count += GetHandleInformation(reinterpret_cast<HANDLE>(number), &flags) != FALSE;
+        count += GetHandleInformation(UlongToHandle(number), &flags) != FALSE;
     }
     return count;
 }

@@ -19,7 +19,7 @@ Winsock::Winsock() {
 
 std::string Connection::Read(std::size_t size) {
     std::string bytes;
-    std::array<char, 4096> part;
+    std::array<char, 4096> part{};
     while (bytes.size() < size) {
         if (WaitUntilReadable(m_socket.Get(), Patience) != 1)
             return bytes + "<silence>";
