@@ -30,11 +30,12 @@ int WSAAPI RecordSend(SOCKET socket, const char* bytes, int count, int flags) {
     g_pieces.push_back(count);
     return send(socket, bytes, count, flags);
 }
-// Takes at most 700 bytes at once, and none after 1,500.
-int WSAAPI SendAtMost1500(SOCKET, const char*, int count, int) {
-    static int taken = 0;
-    const int now = std::min({count, 700, 1500 - taken});
-    taken += now;
+int g_room;
+
+// Takes at most 700 bytes at once, and none when there is no room left.
+int WSAAPI SendIntoRoom(SOCKET, const char*, int count, int) {
+    const int now = std::min({count, 700, g_room});
+    g_room -= now;
     if (now == 0)
         WSASetLastError(WSAENOBUFS);
     return now;
@@ -178,7 +179,8 @@ TEST(TcpClientSend, GoesInPiecesOf1024Bytes) {
 
 TEST(TcpClientSend, TellsTheErrorAndTheBytesSentBeforeIt) {
     TcpPlatform platform;
-    platform.send = SendAtMost1500;
+    platform.send = SendIntoRoom;
+    g_room = 1500;
     Exchange exchange([](Connection&) {}, platform);
     EXPECT_EQ(exchange.client.SendData(std::string(3000, 'x').data(), 3000), 0);
     EXPECT_EQ(exchange.client.GetLastErrorText(), L"Error sending data: 10055. Error code: 1500");
