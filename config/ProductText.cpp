@@ -18,7 +18,7 @@ std::wstring PathOfCommand(const std::wstring& command) {
 }
 
 std::wstring ProductKeyName(const std::wstring& productName, bool omitVersion) {
-    const std::wstring name = L"Software\\Morvenit\\" + productName;
+    std::wstring name = L"Software\\Morvenit\\" + productName;
     if (omitVersion)
         return name;
     const bool first = productName == L"ZeltorText" || productName == L"ZeltorIllustrator";

@@ -29,7 +29,7 @@ void PushChildren(std::vector<ChildList>& lists, IUnknown* node) {
 }
 
 // The identity of an object. One that does not tell it is taken as it is.
-ComPtr<IUnknown> IdentityOf(ComPtr<IUnknown> object) {
+ComPtr<IUnknown> IdentityOf(const ComPtr<IUnknown>& object) {
     ComPtr<IUnknown> identity;
     object->QueryInterface(IID_PPV_ARGS(identity.GetAddressOf()));
     return identity ? identity : object;

@@ -39,7 +39,7 @@ TEST(Failure, HasTheComposedText) {
 
 TEST(Failure, HasTheMessageOfAComponentsException) {
     EXPECT_EQ(FailureOf([] { throw new COleDispatchException(E_FAIL, L"Refused."); }), L"Refused.");
-    const auto message = FailureOf([] { throw new COleException(0xA7000001); });
+    const auto message = FailureOf([] { throw new COleException(static_cast<SCODE>(0xA7000001)); });
     EXPECT_EQ(message, L"0xA7000001");
 }
 

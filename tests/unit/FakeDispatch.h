@@ -143,10 +143,10 @@ class FakeAutomation final : public FakeDispatch {
 
   private:
     struct Entry {
-        const char* name;
-        DISPID id;
-        WORD kind;
-        VARTYPE result;
+        const char* name = "";
+        DISPID id = DISPID_UNKNOWN;
+        WORD kind = 0;
+        VARTYPE result = VT_EMPTY;
         std::vector<VARTYPE> arguments;
     };
 

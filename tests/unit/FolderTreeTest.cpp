@@ -52,7 +52,7 @@ class PackedFolder : public Folders {
         m_archive.On<ArchiveComponent::AddFile>([this](BSTR path, BSTR name, VARIANT_BOOL flag) {
             EXPECT_EQ(flag, -1);
             EXPECT_EQ(std::wstring(path), m_folder.Path(L"tree\\" + std::wstring(name)));
-            m_names.push_back(name);
+            m_names.emplace_back(name);
             return m_names.size() == m_failingAddition ? E_ACCESSDENIED : m_result;
         });
     }
@@ -284,7 +284,7 @@ class LinkedFolder : public Folders {
         if (getHostName == nullptr)
             return path;
         char* const name = getHostName(path.c_str());
-        const std::wstring text(name, name + strlen(name));
+        std::wstring text(name, name + strlen(name));
         HeapFree(GetProcessHeap(), 0, name);
         return text;
     }

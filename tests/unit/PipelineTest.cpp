@@ -5,9 +5,7 @@
 namespace zt::test {
 namespace {
 
-using testing::ElementsAre;
 using testing::ElementsAreArray;
-using testing::IsEmpty;
 
 using Pipeline = ProjectTest;
 
@@ -55,7 +53,7 @@ const std::vector<std::string> Saving = {
 
 const std::string Success = "log: SUCCESS: Project 'Pump' successfully processed";
 
-std::vector<std::string> Joined(std::vector<std::vector<std::string>> parts) {
+std::vector<std::string> Joined(const std::vector<std::vector<std::string>>& parts) {
     std::vector<std::string> all;
     for (const std::vector<std::string>& part : parts)
         all.insert(all.end(), part.begin(), part.end());
