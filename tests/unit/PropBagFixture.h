@@ -32,10 +32,10 @@ class PropertyBagTest : public testing::Test {
         return m_roots.UserValue(BagKeyName, name);
     }
     void SetUser(const wchar_t* name, DWORD type, const std::vector<BYTE>& bytes) {
-        RegistryRoots::Set(RegistryRoots::User(), BagKeyName, name, type, bytes);
+        RegistryRoots::Set(m_roots.User(), BagKeyName, name, type, bytes);
     }
     void SetDefault(const wchar_t* name, DWORD type, const std::vector<BYTE>& bytes) {
-        RegistryRoots::Set(RegistryRoots::Machine(), BagKeyName, name, type, bytes);
+        RegistryRoots::Set(m_roots.Machine(), BagKeyName, name, type, bytes);
     }
 
     RegistryRoots m_roots;
