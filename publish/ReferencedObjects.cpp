@@ -92,7 +92,7 @@ ObjectSet CollectAttachedObjects(IUnknown* root) {
         ComPtr<IUnknown> attached;
         ProjectNode::GetAttachedObject::Call(node.Get(), attached.GetAddressOf());
         if (attached)
-            objects.insert(IdentityOf(std::move(attached)));
+            objects.insert(IdentityOf(attached));
         PushChildren<ProjectNode>(path, node.Get());
     }
     return objects;

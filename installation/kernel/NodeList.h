@@ -13,9 +13,9 @@ class NodeList {
   public:
     static constexpr std::size_t None = static_cast<std::size_t>(-1);
 
-    // The <node> elements below nodes (null: none): "level" (1 below the root, at most one more than the node
-    // before has), "name" and "object", the id of what the node refers to (empty: nothing). Raises
-    // ComFailure for levels without sense.
+    // The <node> elements below nodes (null: none): "level" (1 below the root, at most one more
+    // than the node before has), "name" and "object", the id of what the node refers to (empty:
+    // nothing). Raises ComFailure for levels without sense.
     explicit NodeList(const XmlElement& nodes);
 
     // The first child of a node, or of the root (None); None when it has none.

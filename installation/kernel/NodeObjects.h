@@ -10,6 +10,7 @@
 
 #include <memory>
 #include <string>
+#include <utility>
 
 namespace devinst {
 
@@ -30,6 +31,9 @@ struct NodeChildren : IUnknown {
 
 // What the objects of one tree share.
 struct TreeContext {
+    TreeContext(Ref<KernelProjectObject> itsProject, NodeList itsNodes)
+        : project(std::move(itsProject)), nodes(std::move(itsNodes)) {}
+
     Ref<KernelProjectObject> project;
     NodeList nodes;
 };

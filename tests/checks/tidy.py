@@ -1,13 +1,14 @@
 """clang-tidy over the project's sources.
 
-Most of its time goes into the platform's headers, so sources of one folder that are compiled with
-the same options are joined into one text and checked together. Sources that cannot stand in one
-text (two helpers of one name, say) are split up again. What was found is kept by content below
+Most of its time goes into the platform's headers, so sources of one top folder that are compiled
+with the same options are joined into one text and checked together. Sources that cannot stand in
+one text (two helpers of one name, say) are split up again. What was found is kept by content below
 build/tidy.
 """
 
 from __future__ import annotations
 
+import contextlib
 import hashlib
 import json
 import re
@@ -39,17 +40,17 @@ def groups() -> list[Group]:
     alike: dict[tuple, list[Path]] = {}
     for source in sorted(compiled):
         if source.suffix == ".cpp" and (tree.ROOT / source).exists():
-            alike.setdefault((source.parent, compiled[source]), []).append(source)
-    return [group for (folder, options), sources in alike.items()
-            for group in _split(folder, sources, options)]
+            alike.setdefault((source.parts[0], compiled[source]), []).append(source)
+    return [group for (_, options), sources in alike.items()
+            for group in _split(sources, options)]
 
 
-def _split(folder: Path, sources: list[Path], options: tuple[str, ...]) -> list[Group]:
+def _split(sources: list[Path], options: tuple[str, ...]) -> list[Group]:
     # A source that defines identifiers changes what the headers behind it mean.
     alone = [source for source in sources if "initguid.h" in (tree.ROOT / source).read_text()]
     joined = [source for source in sources if source not in alone]
     chunks = [joined[at:at + GROUP_SIZE] for at in range(0, len(joined), GROUP_SIZE)]
-    return [Group(f"{folder}/{chunk[0].stem}..{chunk[-1].stem}", tuple(chunk), options)
+    return [Group(f"{chunk[0].with_suffix('')}..{chunk[-1].stem}", tuple(chunk), options)
             for chunk in [*chunks, *([source] for source in alone)]]
 
 
@@ -58,6 +59,7 @@ def findings(group: Group) -> str:
     kept = CACHE / (_key(group) + ".json")
     if not kept.exists():
         text = _check(group)
+        CACHE.mkdir(parents=True, exist_ok=True)
         kept.write_text(json.dumps({"group": group.name, "findings": text}))
     return json.loads(kept.read_text())["findings"]
 
@@ -79,40 +81,53 @@ def _tool_version() -> str:
 
 
 def _check(group: Group) -> str:
-    code, output = _tidy(group)
-    if "[clang-diagnostic-error" in output and len(group.sources) > 1:
+    if len(group.sources) > 1 and not _compiles(group):
         half = len(group.sources) // 2
         parts = (group.sources[:half], group.sources[half:])
         return "".join(_check(Group(group.name, part, group.options)) for part in parts)
+    code, output = _tidy(group)
     if code == 0:
         return ""
     return output or f"clang-tidy ended with exit code {code} on {group.name}"
 
 
+def _compiles(group: Group) -> bool:
+    with _joined(group) as joined:
+        return subprocess.run(["clang++", "-fsyntax-only", *_compiler_options(group), str(joined)],
+                              cwd=tree.ROOT, capture_output=True).returncode == 0
+
+
 def _tidy(group: Group) -> tuple[int, str]:
-    CACHE.mkdir(parents=True, exist_ok=True)
-    joined = CACHE / ("joined-" + hashlib.sha256(repr(group).encode()).hexdigest()[:16] + ".cpp")
-    lines: list[tuple[Path, int]] = []
-    text = []
-    for source in group.sources:
-        content = (tree.ROOT / source).read_text(encoding="utf-8").splitlines()
-        text += content
-        lines += [(source, number) for number in range(1, len(content) + 1)]
-    joined.write_text("\n".join(text) + "\n", encoding="utf-8")
-    try:
-        run = subprocess.run(_command(joined, group), cwd=tree.ROOT, capture_output=True, text=True)
-    finally:
-        joined.unlink()
-    return run.returncode, _with_true_places(run.stdout, joined, lines)
-
-
-def _command(joined: Path, group: Group) -> list[str]:
-    target = windows_options() if group.options[0] == "release" else []
     # The path-sensitive analyser drowns in the test framework's macros: minutes a file.
     fewer = ["--checks=-clang-analyzer-*"] if group.sources[0].parts[0] == "tests" else []
+    with _joined(group) as joined:
+        run = subprocess.run(["clang-tidy", "--quiet", f"--config-file={tree.ROOT / '.clang-tidy'}",
+                              *fewer, str(joined), "--", *_compiler_options(group)],
+                             cwd=tree.ROOT, capture_output=True, text=True)
+        return run.returncode, _with_true_places(run.stdout, joined, group)
+
+
+@contextlib.contextmanager
+def _joined(group: Group):
+    """A file with the text of all sources of the group."""
+    CACHE.mkdir(parents=True, exist_ok=True)
+    joined = CACHE / ("joined-" + hashlib.sha256(repr(group).encode()).hexdigest()[:16] + ".cpp")
+    text = "".join(line + "\n" for source in group.sources for line in _lines(source))
+    joined.write_text(text, encoding="utf-8")
+    try:
+        yield joined
+    finally:
+        joined.unlink()
+
+
+def _lines(source: Path) -> list[str]:
+    return (tree.ROOT / source).read_text(encoding="utf-8").splitlines()
+
+
+def _compiler_options(group: Group) -> list[str]:
+    target = windows_options() if group.options[0] == "release" else []
     folders = sorted({str(tree.ROOT / source.parent) for source in group.sources})
-    return ["clang-tidy", "--quiet", f"--config-file={tree.ROOT / '.clang-tidy'}", *fewer,
-            str(joined), "--", *target, *group.options[1:], *(f"-I{folder}" for folder in folders), "-Wno-#warnings"]
+    return [*target, *group.options[1:], *(f"-I{folder}" for folder in folders), "-Wno-#warnings"]
 
 
 def windows_options() -> list[str]:
@@ -127,12 +142,14 @@ def windows_options() -> list[str]:
             *(word for folder in folders for word in ("-isystem", folder))]
 
 
-def _with_true_places(output: str, joined: Path, lines: list[tuple[Path, int]]) -> str:
+def _with_true_places(output: str, joined: Path, group: Group) -> str:
+    places = [(source, number) for source in group.sources
+              for number in range(1, len(_lines(source)) + 1)]
     told = []
     for line in output.splitlines():
         place = _LOCATION.match(line)
         if place and Path(place[1]).name == joined.name:
-            source, number = lines[int(place[2]) - 1]
+            source, number = places[int(place[2]) - 1]
             line = f"{source}:{number}:{place[3]}: {place[4]}"
         told.append(line + "\n")
     return "".join(told)

@@ -23,6 +23,7 @@ LIST
 /usr/lib/python3/dist-packages/pytest_timeout.py python3-pytest-timeout
 /usr/bin/clang-format clang-format
 /usr/bin/clang-tidy clang-tidy
+/usr/bin/clang++ clang
 /usr/bin/ccache ccache
 LIST
 }
