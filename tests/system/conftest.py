@@ -15,6 +15,7 @@ sys.path.insert(0, str(Path(__file__).resolve().parent))
 from harness.job import Job  # noqa: E402
 from harness.machine import this_machine  # noqa: E402
 from harness.process import Starter  # noqa: E402
+from harness.publishing import Publishing  # noqa: E402
 from harness.sandbox import DEVSETUP, Sandbox  # noqa: E402
 from harness.specification import Specification  # noqa: E402
 
@@ -63,6 +64,12 @@ def job(installed):
 def own(job):
     """A specification "Own" and runs on a project that asks for it."""
     return Specification(job)
+
+
+@pytest.fixture
+def publish(job):
+    """Publications of a project, with an installation of the test's own."""
+    return Publishing(job)
 
 
 @pytest.hookimpl(hookwrapper=True)

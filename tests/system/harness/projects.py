@@ -27,6 +27,8 @@ class Project:
     main: str = "Pump.xml"
     messages: tuple[tuple[int, str], ...] = ()
     representations: dict[str, bytes] = field(default_factory=lambda: {"pump.svg": b"<svg/>"})
+    objects: tuple[str, ...] = ()  # ids of what the nodes may refer to
+    nodes: tuple[tuple[int, str], ...] = ()  # level, and the id of an object or nothing
 
     def index(self) -> str:
         names = {"id": self.id, "name": self.name, "storedName": self.stored_name,
@@ -43,10 +45,15 @@ class Project:
                             for name in self.documents)
         messages = "".join(f'<message style="{style}">{escape(text)}</message>'
                            for style, text in self.messages)
+        objects = "".join(f"<object id={quoteattr(id)} name={quoteattr(id.title())}/>"
+                          for id in self.objects)
+        nodes = "".join(f"<node level='{level}' object={quoteattr(id)}/>"
+                        for level, id in self.nodes)
         return ('<?xml version="1.0" encoding="UTF-8"?>\n<project>'
                 f"<declarations>{declared}</declarations><metadata>{items}</metadata>"
                 f"<documents main={quoteattr(self.main)}>{documents}</documents>"
-                f"<messages>{messages}</messages><nodes/></project>")
+                f"<messages>{messages}</messages><objects>{objects}</objects>"
+                f"<nodes>{nodes}</nodes></project>")
 
     def write(self, path: Path, **replaced: bytes) -> None:
         """replaced: other bytes for "index" or "project"."""
