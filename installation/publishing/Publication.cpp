@@ -76,7 +76,8 @@ class Writer {
 } // namespace
 
 void Publish(const Publication& publication, const fs::path& folder) {
-    for (const wchar_t* part : {L"", L"resources", L"pictures"})
+    MakeFolder(folder);
+    for (const wchar_t* part : {L"resources", L"pictures"})
         MakeFolder(folder / part);
     Writer writer(publication, folder);
     WriteFile(folder / L"resources" / L"style.css", StyleSheet(publication.settings));

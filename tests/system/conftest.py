@@ -42,9 +42,15 @@ def sandbox(machine, request):
 
 @pytest.fixture(scope="session")
 def registered_components(machine, tmp_path_factory):
+    """Registers the components, and again when it is called."""
     capture = tmp_path_factory.mktemp("register")
-    run = Starter(machine, capture).run(str(DEVSETUP), ["--register"], folder=capture)
-    assert run.exit_code == 0, run.describe()
+
+    def register() -> None:
+        run = Starter(machine, capture).run(str(DEVSETUP), ["--register"], folder=capture)
+        assert run.exit_code == 0, run.describe()
+
+    register()
+    return register
 
 
 @pytest.fixture
@@ -70,6 +76,14 @@ def own(job):
 def publish(job):
     """Publications of a project, with an installation of the test's own."""
     return Publishing(job)
+
+
+@pytest.fixture
+def unknown_3d_component(installed, registered_components):
+    """The programmatic identifier of the 3D component is not registered."""
+    installed.delete_registry_keys(r"Software\Classes\KV.3D.1")
+    yield
+    registered_components()
 
 
 @pytest.hookimpl(hookwrapper=True)

@@ -47,6 +47,10 @@ class WineMachine:
             return "C:\\" + str(path.relative_to(self.drive)).replace("/", "\\")
         return "Z:" + str(path).replace("/", "\\")
 
+    def hide(self, path: Path) -> None:
+        """Gives a file or folder the attribute "hidden"."""
+        os.setxattr(path, "user.DOSATTRIB", b"0x2")
+
     def watched_folders(self) -> list[Path]:
         """Where a test must leave nothing behind, but for its own folder."""
         return [self.drive]
@@ -95,6 +99,9 @@ class WindowsMachine:
 
     def windows_path(self, path: Path) -> str:
         return str(path).replace("/", "\\")
+
+    def hide(self, path: Path) -> None:
+        subprocess.run(["attrib", "+h", str(path)], check=True)
 
     def watched_folders(self) -> list[Path]:
         return [self.drive / "zt", Path(os.environ["TEMP"])]

@@ -52,14 +52,17 @@ class Sandbox:
     def delete_registry_keys(self, *keys: str, root: str = "HKLM") -> None:
         self._change_registry([registry.deletion(root, key) for key in keys])
 
+    def use_temporary_folder(self, path: str) -> None:
+        """The folder, or what stands in its place, of all later runs; a Windows path."""
+        self._temp = path
+        # Wine takes the variables from here and not from its own environment.
+        self.set_registry(registry.text("Environment", "TEMP", path, "HKCU"),
+                          registry.text("Environment", "TMP", path, "HKCU"))
+
     def _reset_registry(self) -> None:
-        temp = self.windows("temp")
-        self._change_registry([
-            registry.deletion("HKLM", r"Software\Morvenit"),
-            registry.deletion("HKCU", r"Software\Morvenit"),
-            registry.text("Environment", "TEMP", temp, "HKCU").line(),
-            registry.text("Environment", "TMP", temp, "HKCU").line(),
-        ])
+        self._change_registry([registry.deletion("HKLM", r"Software\Morvenit"),
+                               registry.deletion("HKCU", r"Software\Morvenit")])
+        self.use_temporary_folder(self.windows("temp"))
 
     def _change_registry(self, lines: list[str]) -> None:
         changes = self.path("capture", "registry.txt")
@@ -87,8 +90,8 @@ class Sandbox:
         """
         number = len(self.runs) + 1
         trace_file = self.path(f"trace-{number}.txt")
-        variables = {"ZT_TRACE": self.machine.windows_path(trace_file), "TEMP": self.windows("temp"),
-                     "TMP": self.windows("temp"), **(environment or {})}
+        variables = {"ZT_TRACE": self.machine.windows_path(trace_file), "TEMP": self._temp,
+                     "TMP": self._temp, **(environment or {})}
         if faults:
             plan = self.path(f"faults-{number}.txt")
             plan.write_text(faults, encoding="utf-8")
