@@ -90,13 +90,35 @@ struct LateBound {
 
 } // namespace zt
 
+namespace zt::detail {
+
+// A list of types that may be empty travels from a macro as the arguments of a function type.
+template <std::size_t MethodIndex, typename Signature>
+struct EarlyBoundLine;
+template <std::size_t MethodIndex, typename... ArgumentTypes>
+struct EarlyBoundLine<MethodIndex, void(ArgumentTypes...)>
+    : EarlyBound<MethodIndex, ArgumentTypes...> {};
+
+template <DISPID OperationId, typename CallKind, typename Signature>
+struct LateBoundLine;
+template <DISPID OperationId, typename CallKind, typename ResultType, typename... ArgumentTypes>
+struct LateBoundLine<OperationId, CallKind, ResultType(ArgumentTypes...)>
+    : LateBound<OperationId, CallKind, ResultType, ArgumentTypes...> {};
+
+template <typename First, typename... Rest>
+struct WithoutFirst {
+    using Type = std::tuple<Rest...>;
+};
+
+} // namespace zt::detail
+
 // The two forms of a table's line, for ZT_CONTRACT below.
 #define ZT_EARLY_BOUND(operation, index, ...)                                                      \
-    struct operation : ::zt::EarlyBound<index __VA_OPT__(, ) __VA_ARGS__> {                        \
+    struct operation : ::zt::detail::EarlyBoundLine<index, void(__VA_ARGS__)> {                    \
         static constexpr char Name[] = #operation;                                                 \
     };
 #define ZT_LATE_BOUND(operation, id, kind, result, ...)                                            \
-    struct operation : ::zt::LateBound<id, ::zt::kind, ::zt::result __VA_OPT__(, ) __VA_ARGS__> {  \
+    struct operation : ::zt::detail::LateBoundLine<id, ::zt::kind, ::zt::result(__VA_ARGS__)> {    \
         static constexpr char Name[] = #operation;                                                 \
     };
 #define ZT_LISTED(operation, ...) , operation
@@ -108,13 +130,6 @@ struct LateBound {
     using Operations = ::zt::WithoutFirst<void TABLE(ZT_LISTED)>;
 
 namespace zt {
-
-namespace detail {
-template <typename First, typename... Rest>
-struct WithoutFirst {
-    using Type = std::tuple<Rest...>;
-};
-} // namespace detail
 
 template <typename... Types>
 using WithoutFirst = typename detail::WithoutFirst<Types...>::Type;

@@ -5,9 +5,8 @@
 
 using Microsoft::WRL::ComPtr;
 
-ControlSite::ControlSite(HWND parent, const RECT& rect) : m_parent(parent), m_rect(rect) {
-    m_frame = Adopt(new InPlaceFrame(parent));
-}
+ControlSite::ControlSite(HWND parent, const RECT& rect)
+    : m_parent(parent), m_rect(rect), m_frame(Adopt(new InPlaceFrame(parent))) {}
 
 void ControlSite::Detach() {
     m_control = nullptr;

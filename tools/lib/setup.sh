@@ -24,6 +24,7 @@ LIST
 /usr/bin/clang-format clang-format
 /usr/bin/clang-tidy clang-tidy
 /usr/bin/clang++ clang
+/usr/bin/cppcheck cppcheck
 /usr/bin/ccache ccache
 LIST
 }
