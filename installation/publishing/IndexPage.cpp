@@ -152,8 +152,9 @@ std::string StyleSheet(const PublicationSettings& settings) {
                       "border-bottom: 1px solid #e3e5e8; vertical-align: top; }\n"
                       "#metadata th, #facts th, #settings th { width: 14em; font-weight: normal; "
                       "color: #666; }\n"
-                      "a { color: ACCENT; }\nins { background: #e3f6e3; }\n"
-                      "del { background: #fbe3e3; }\n"
+                      "a { color: ACCENT; }\nheader a { color: inherit; }\n"
+                      "ins { background: #e3f6e3; }\ndel { background: #fbe3e3; }\n"
+                      "ins > *, del > * { background: inherit; }\n"
                       "footer { padding: 1em 10% 2em; color: #666; }\n",
                       "ACCENT", Html(settings.accent));
 }

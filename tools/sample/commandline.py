@@ -2,6 +2,7 @@
 
 from __future__ import annotations
 
+from collections.abc import Iterator
 from pathlib import Path, PureWindowsPath
 
 
@@ -34,23 +35,27 @@ def translate(argument: str, folder: Path, drive: Path) -> str:
 
 def value_of(arguments: list[str], keyword: str) -> str:
     """The last value that the command line gives a keyword, empty without one."""
-    value = ""
-    at = 0
-    while at < len(arguments):
-        taken = _values_taken(arguments, at)
-        if taken and arguments[at].lstrip()[1:].upper() == keyword:
-            value = arguments[at + 1]
-        at += 1 + taken
-    return value
+    values = [values[0] for found, values in _keywords(arguments) if found == keyword and values]
+    return values[-1] if values else ""
+
+
+def has_keyword(arguments: list[str], *keywords: str) -> bool:
+    return any(found in keywords for found, _ in _keywords(arguments))
 
 
 _VALUES = {"IN": 1, "EXCHANGEPATH": 1, "LOG": 1, "M": 1, "EDIT": 2, "META": 2, "ADDMETA": 2,
            "PROJECTNAME": 1, "DM": 1}
 
 
-def _values_taken(arguments: list[str], at: int) -> int:
-    word = arguments[at].lstrip()
-    if not word.startswith(("-", "/")):
-        return 0
-    wanted = _VALUES.get(word[1:].upper(), 0)
-    return wanted if at + wanted < len(arguments) else 0
+def _keywords(arguments: list[str]) -> Iterator[tuple[str, list[str]]]:
+    """Each keyword, in capitals, with its values; one that lacks some takes none."""
+    at = 0
+    while at < len(arguments):
+        word = arguments[at].lstrip()
+        at += 1
+        if word.startswith(("-", "/")):
+            wanted = _VALUES.get(word[1:].upper(), 0)
+            values = arguments[at:at + wanted]
+            if len(values) == wanted:
+                yield word[1:].upper(), values
+                at += wanted

@@ -10,7 +10,8 @@ import sys
 from pathlib import Path
 
 import project
-from commandline import linux_path, translate, value_of, windows_path
+import publication
+from commandline import has_keyword, linux_path, translate, value_of, windows_path
 
 ROOT = Path(__file__).resolve().parents[2]
 BUILD = ROOT / "build" / "release"
@@ -61,7 +62,13 @@ def update_arguments() -> list[str]:
     """A second run, on the archive of the first: its document goes through the editor control."""
     return ["-IN", windows_path(EXCHANGE / "Pump.kvp", DRIVE), "-M", "job2",
             "-LOG", windows_path(EXCHANGE / "Update.log", DRIVE),
-            "-META", "Title", "Feed pump FP-200, inspected", "-UPDATEDOC", "-NR", "-S"]
+            "-META", "Title", "Feed pump FP-200, inspected", "-UPDATEDOC", "-NR", "-S", "-PUB"]
+
+
+def package_arguments() -> list[str]:
+    """A third run, which publishes the project as one file."""
+    return ["-IN", windows_path(EXCHANGE / "Pump.kvp", DRIVE), "-M", "job3",
+            "-LOG", windows_path(EXCHANGE / "Package.log", DRIVE), "-S", "-KVB"]
 
 
 def user_arguments(folder: Path, arguments: list[str]) -> list[str]:
@@ -140,13 +147,23 @@ def perform(arguments: list[str], with_client: bool = False) -> int:
     return code
 
 
+def show_publication(arguments: list[str]) -> None:
+    _, archive = exchange_and_archive(arguments)
+    if archive and has_keyword(arguments, "PUB", "KVB"):
+        heading("what was published")
+        print(publication.describe(archive.parent, archive.stem))
+
+
 def main() -> int:
     folder, own = Path(sys.argv[1]), sys.argv[2:]
     lay_out()
-    if own:
-        return perform(user_arguments(folder, own))
-    return (perform(sample_arguments(), with_client=True)
-            or perform(update_arguments(), with_client=True))
+    runs = ([user_arguments(folder, own)] if own
+            else [sample_arguments(), update_arguments(), package_arguments()])
+    code = 0
+    for arguments in runs:
+        code = code or perform(arguments, with_client=not own)
+    show_publication(runs[-1])
+    return code
 
 
 if __name__ == "__main__":

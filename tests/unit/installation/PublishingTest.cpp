@@ -11,6 +11,7 @@
 
 #include <comdef.h>
 #include <gmock/gmock.h>
+#include <psapi.h>
 
 #include <fstream>
 
@@ -20,6 +21,15 @@ namespace {
 namespace fs = std::filesystem;
 using Microsoft::WRL::ComPtr;
 using zt::ArchiveComponent;
+
+// The most memory that this process has had in use so far, in bytes.
+std::size_t PeakMemory() {
+    PROCESS_MEMORY_COUNTERS counters = {};
+    counters.cb = sizeof(counters);
+    EXPECT_TRUE(GetProcessMemoryInfo(GetCurrentProcess(), &counters, sizeof(counters)));
+    EXPECT_GT(counters.PeakWorkingSetSize, 0u);
+    return counters.PeakWorkingSetSize;
+}
 
 class ArchiveStandIn : public testing::Test {
   protected:
@@ -82,6 +92,18 @@ TEST_F(ArchiveStandIn, Compresses) {
     EXPECT_EQ(Close(), S_OK);
     EXPECT_LT(fs::file_size(m_folder.Path(L"a.kvb")), 64u * 1024);
     EXPECT_EQ(ZipReader(m_folder.Path(L"a.kvb")).Read("large"), std::string(5 << 20, 'a'));
+}
+
+TEST_F(ArchiveStandIn, HoldsNoContentInMemory) {
+    constexpr std::uintmax_t Size = 128u << 20;
+    const std::wstring large = File(L"large", "");
+    fs::resize_file(large, Size);
+    ASSERT_EQ(Create(), S_OK);
+    const std::size_t before = PeakMemory();
+    EXPECT_EQ(Add(large, L"large"), S_OK);
+    EXPECT_EQ(Close(), S_OK);
+    EXPECT_LT(PeakMemory() - before, Size / 8);
+    EXPECT_EQ(ZipReader(m_folder.Path(L"a.kvb")).Entries().at(0).size, Size);
 }
 
 TEST_F(ArchiveStandIn, RefusesWhatItDoesNotKnow) {
