@@ -16,7 +16,13 @@ zt_packages() {
 /usr/bin/unzip unzip
 /usr/bin/python3 python3
 LIST
-    [ "${1:-}" = tests ] || return 0
+    case "${1:-}" in
+    tests) zt_test_packages ;;
+    fuzz) zt_fuzz_packages ;;
+    esac
+}
+
+zt_test_packages() {
     cat <<'LIST'
 /usr/lib/python3/dist-packages/pytest python3-pytest
 /usr/lib/python3/dist-packages/xdist python3-pytest-xdist
@@ -33,7 +39,15 @@ zt_as_root() {
     if [ "$(id -u)" = 0 ]; then "$@"; else sudo "$@"; fi
 }
 
-# zt_install_packages [tests]: installs what is missing, with apt-get.
+zt_fuzz_packages() {
+    cat <<'LIST'
+/usr/lib/llvm-14/bin/clang++ clang-14
+/usr/bin/clang++ clang
+/usr/lib/llvm-14/lib/clang/14.0.6/lib/linux/libclang_rt.fuzzer-x86_64.a libclang-rt-14-dev
+LIST
+}
+
+# zt_install_packages [tests|fuzz]: installs what is missing, with apt-get.
 zt_install_packages() {
     local file package missing=()
     while read -r file package; do
