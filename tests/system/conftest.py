@@ -13,6 +13,7 @@ import pytest
 sys.path.insert(0, str(Path(__file__).resolve().parent))
 
 from harness.job import Job  # noqa: E402
+from harness.link import Link  # noqa: E402
 from harness.machine import this_machine  # noqa: E402
 from harness.process import Starter  # noqa: E402
 from harness.publishing import Publishing  # noqa: E402
@@ -64,6 +65,11 @@ def installed(registered_components, sandbox):
 def job(installed):
     """Runs on the project Pump, with an installation of the test's own."""
     return Job(installed)
+
+
+@pytest.fixture
+def link(sandbox):
+    return Link(sandbox)
 
 
 @pytest.fixture
