@@ -142,6 +142,7 @@ std::string StyleSheet(const PublicationSettings& settings) {
     return ReplaceAll("body { margin: 0; font: 16px/1.5 sans-serif; color: #222; "
                       "background: #f4f5f7; }\n"
                       "header { background: ACCENT; color: #fff; padding: 1.5em 10%; }\n"
+                      "h1, td { overflow-wrap: anywhere; }\n"
                       "header h1 { margin: 0; }\nheader p { margin: 0; opacity: .85; }\n"
                       "main { padding: 1em 10%; }\n"
                       "section { background: #fff; border-radius: 6px; margin: 1em 0; "

@@ -7,6 +7,8 @@ import pytest
 from harness import registry
 from harness.client import ContentManager
 from harness.job import OPENED, SAVED
+from harness.projects import Project
+from harness.publication import read_folder, read_package
 from harness.publishing import PUBLISHED, quoted
 
 EXPORTERS = ["Catalog", "Illustrator"]
@@ -207,6 +209,19 @@ def test_publication_shows_what_the_run_has_changed(publish):
 def test_folder_is_named_after_the_archive_and_not_after_a_new_name(publish):
     publish("-PROJECTNAME", "Other")
     assert publish.exchange == ["Pump", "Pump.kvp", "job_DONE"]
+
+
+@pytest.mark.parametrize("name", ["Gr\u00f6\u00dfe \u6cf5", "v1.2.beta", "a & b's"])
+def test_folder_and_package_bear_any_name_of_a_project(installed, name):
+    Project().write(installed.path("exchange", f"{name}.kvp"))
+    for keyword in ("-PUB", "-KVB"):
+        installed.run("-IN", installed.windows("exchange", f"{name}.kvp"), "-LOG",
+                      installed.windows("run.log"), keyword)
+        assert b"SUCCESS: ZeltorAuthorInvisible" in installed.read("run.log")
+    folder = read_folder(installed.path("exchange", name)).files
+    assert "index.html" in folder
+    assert read_package(installed.path("exchange", f"{name}.kvb")).files == folder
+    assert len(installed.names("exchange")) == 3
 
 
 def test_nothing_is_deleted_where_the_folder_is_there_already(publish):
