@@ -16,4 +16,8 @@ std::wstring TakeErrorDescription() {
     return text != nullptr ? text : L"";
 }
 
+void ForgetErrorDescription() {
+    SetErrorInfo(0, nullptr);
+}
+
 } // namespace zt

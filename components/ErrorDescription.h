@@ -8,4 +8,8 @@ namespace zt {
 // is none.
 std::wstring TakeErrorDescription();
 
+// For before a call whose description is of interest: what an earlier call left behind would pass
+// for this one's.
+void ForgetErrorDescription();
+
 } // namespace zt

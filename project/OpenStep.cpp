@@ -59,8 +59,7 @@ void SelectProduct(CZTInvisible& app) {
 }
 
 void LoadProject(CZTInvisible& app, CWaitCursor& waitCursor) {
-    // What an earlier call left behind would pass for this one's.
-    SetErrorInfo(0, nullptr);
+    ForgetErrorDescription();
     const HRESULT loaded = KernelProject::Load::Call(app.m_pKernelProject.Get(), LoadAll);
     waitCursor.Restore();
     if (FAILED(loaded))

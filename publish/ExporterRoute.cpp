@@ -47,6 +47,7 @@ void PublishThroughExporter(CZTInvisible& app, const std::wstring& destination) 
     Exporter::PutOptionA::Call(exporter.Get(), 0);
     Exporter::PutOptionB::Call(exporter.Get(), 0);
 
+    ForgetErrorDescription();
     if (FAILED(Exporter::Export::Call(exporter.Get())))
         throw CString(L"ERROR publishing project: " + TakeErrorDescription());
 }

@@ -57,6 +57,7 @@ void PublishThroughViewer(CZTInvisible& app, const std::wstring& projectName,
     Component3D::PutOptionC::Call(component.Get(), 0);
     const std::wstring first = AskFirstName(app);
     const PublicationNames names = CompleteNames({first, AskSecondName(app)}, projectName);
+    ForgetErrorDescription();
     if (FAILED(Component3D::PublishView::Call(
             component.Get(), Borrow(MakeText(destination)), Borrow(MakeText(names.first)),
             Borrow(MakeText(names.second)), 1, 0, _variant_t(0L, VT_I4))))

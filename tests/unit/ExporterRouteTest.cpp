@@ -126,6 +126,16 @@ TEST_F(ExporterRoute, EndsItsFailureWithABlankWithoutADescription) {
     EXPECT_EQ(Publish(), L"string: ERROR publishing project: ");
 }
 
+TEST_F(ExporterRoute, DoesNotTakeAnEarlierCallsDescriptionForTheExports) {
+    AnswerAll(exporter);
+    exporter.On<Exporter::PutOptionB>([](LONG) {
+        LeaveErrorDescription(L"no option");
+        return E_FAIL;
+    });
+    exporter.Return<Exporter::Export>(E_FAIL);
+    EXPECT_EQ(Publish(), L"string: ERROR publishing project: ");
+}
+
 TEST_F(ExporterRoute, TakesEverySuccessCodeOfTheExport) {
     exporter.Return<Exporter::Export>(S_FALSE);
     EXPECT_EQ(Publish(), L"done");

@@ -254,6 +254,15 @@ TEST_F(ViewerRoute, FailsWithTheBareTextWithoutADescription) {
     EXPECT_EQ(Publish(), L"string: Error publishing project");
 }
 
+TEST_F(ViewerRoute, DoesNotTakeAnEarlierCallsDescriptionForThePublications) {
+    component.On<Component3D::PutOptionC>([](LONG) {
+        LeaveErrorDescription(L"no option");
+        return E_FAIL;
+    });
+    component.Return<Component3D::PublishView>(E_FAIL);
+    EXPECT_EQ(Publish(), L"string: Error publishing project");
+}
+
 TEST_F(ViewerRoute, DoesNotClearTheViewerAfterAFailure) {
     const LONG viewerBefore = viewer.References();
     component.Return<Component3D::PublishView>(E_FAIL);
