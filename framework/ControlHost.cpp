@@ -98,8 +98,7 @@ HRESULT ControlHost::InitialiseStorage(IPersistStorage* persist) {
 }
 
 HWND ControlHost::Activate() {
-    // Tells an object that can run elsewhere that its place is inside another one.
-    OleSetContainedObject(m_control.Get(), TRUE);
+    TellItsPlace();
     SetExtent();
     const HRESULT activated = m_object->DoVerb(OLEIVERB_INPLACEACTIVATE, nullptr, m_site.Get(), 0,
                                                m_place.parent, &m_place.rect);
@@ -107,6 +106,14 @@ HWND ControlHost::Activate() {
     if (window != nullptr)
         SetUpWindow(window);
     return window;
+}
+
+// An object that can run elsewhere learns that its place is inside another one. The platform's own
+// helper falls over an object that says it can and hands over nothing.
+void ControlHost::TellItsPlace() {
+    ComPtr<IRunnableObject> runnable;
+    if (SUCCEEDED(m_control.As(&runnable)) && runnable != nullptr)
+        runnable->SetContainedObject(TRUE);
 }
 
 void ControlHost::SetExtent() {

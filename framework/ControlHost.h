@@ -33,6 +33,7 @@ class ControlHost {
     HRESULT SetSite();
     HRESULT Initialise();
     HRESULT InitialiseStorage(IPersistStorage* persist);
+    void TellItsPlace();
     void SetExtent();
     void Deactivate();
     Microsoft::WRL::ComPtr<IOleInPlaceObject> InPlaceObject() const;

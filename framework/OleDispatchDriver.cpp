@@ -100,6 +100,15 @@ void DeliverResult(_variant_t& value, VARTYPE type, void* result) {
     }
 }
 
+// An object that can be run is run before it is asked for more. The platform's own helper does the
+// same, but falls over one that says it can and hands over nothing.
+HRESULT Run(IUnknown* object) {
+    ComPtr<IRunnableObject> runnable;
+    if (FAILED(object->QueryInterface(IID_PPV_ARGS(&runnable))) || runnable == nullptr)
+        return S_OK;
+    return runnable->Run(nullptr);
+}
+
 } // namespace
 
 COleDispatchDriver::COleDispatchDriver(IDispatch* dispatch, bool autoRelease)
@@ -112,7 +121,7 @@ BOOL COleDispatchDriver::CreateDispatch(const wchar_t* progId) {
     IDispatch* dispatch = nullptr;
     if (FAILED(CLSIDFromProgID(progId, &classId)) ||
         FAILED(CoCreateInstance(classId, nullptr, CLSCTX_ALL, IID_PPV_ARGS(&object))) ||
-        object == nullptr || FAILED(OleRun(object.Get())) ||
+        object == nullptr || FAILED(Run(object.Get())) ||
         FAILED(object->QueryInterface(IID_PPV_ARGS(&dispatch))) || dispatch == nullptr)
         return FALSE;
     AttachDispatch(dispatch);

@@ -137,6 +137,13 @@ def test_new_revision_that_the_kernel_refuses_is_still_logged_and_saved(job):
     assert job.stored.index["revision"] == "A"
 
 
+@pytest.mark.parametrize("what", ["result E_NOINTERFACE", "null"])
+def test_administration_that_cannot_be_run_is_used_as_it_is(job, what):
+    # The first question is asked while it is created, the second is whether it can be run.
+    job(*ACTIONS, faults=f"Administration.QueryInterface 2 {what}")
+    job.check_succeeded(OPENED, TITLE, SAVED)
+
+
 def test_kernel_without_a_place_for_a_site_is_used_without_one(job):
     # The first question of COM's own is for the kernel's interface, the second the program's.
     job(*ACTIONS, faults="KernelAdmin.QueryInterface 2 result E_NOINTERFACE")
