@@ -68,6 +68,16 @@ def test_publication_that_fails_ends_the_run_with_its_text(publish, specificatio
     check_nothing_published(publish, text)
 
 
+@pytest.mark.parametrize("specification, earlier, operation, text", [
+    ("Catalog", "Exporter.PutLanguage", "Exporter.Export", b"ERROR publishing project: "),
+    ("Manual", "Component3D.Execute", "Component3D.PublishView", b"Error publishing project")])
+def test_what_an_earlier_call_told_does_not_pass_for_the_publications_description(
+        publish, specification, earlier, operation, text):
+    publish(specification=specification, faults=f"{earlier} 1 error E_FAIL Told earlier.\n"
+                                                f"{operation} 1 result E_FAIL")
+    check_nothing_published(publish, text)
+
+
 @pytest.mark.parametrize("specification, text", [
     ("Catalog", "ERROR publishing project: The publication cannot be written: {}"),
     ("Text", "Error publishing project"),
