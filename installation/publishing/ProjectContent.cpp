@@ -73,7 +73,8 @@ std::vector<PublishedObject> ReadObjects(IDispatch* kernel) {
 
 PublishedObject DescribeObject(IUnknown* object) {
     ComPtr<IDispatch> automation;
-    if (object == nullptr || FAILED(object->QueryInterface(IID_PPV_ARGS(&automation))))
+    if (object == nullptr || FAILED(object->QueryInterface(IID_PPV_ARGS(&automation))) ||
+        automation == nullptr)
         throw ComFailure{E_INVALIDARG, L"What a node refers to tells nothing of itself."};
     return {ReadText(automation.Get(), L"Id"), ReadText(automation.Get(), L"Name"),
             ReadText(automation.Get(), L"PartNumber"),

@@ -105,6 +105,9 @@ HRESULT RunFaulty(const Fault& fault, const std::vector<Output>& outputs,
     case FaultKind::Sleep:
         Sleep(fault.milliseconds);
         return RunWork(work, exception);
+    case FaultKind::Leak:
+        SysAllocString(L"lost");
+        return RunWork(work, exception);
     case FaultKind::Exit:
         TerminateProcess(GetCurrentProcess(), static_cast<UINT>(fault.code));
         Sleep(INFINITE);

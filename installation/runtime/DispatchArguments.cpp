@@ -101,7 +101,9 @@ HRESULT PerformDispatch(const StandIn& self, const char* operation, DISPID id, W
 HRESULT RefuseUnlisted(const StandIn& self, const DispatchCall& call, bool idListed) {
     const std::string what =
         self.Label() + " Invoke [" + KindText(call.kind) + " " + std::to_string(call.id) + "]";
-    if (!idListed)
+    // The default member, which any object may be asked for and need not have.
+    const bool isDefault = call.id == DISPID_VALUE;
+    if (!idListed && !isDefault)
         FailLoudly(what + ", which no table lists");
     TraceLine(what + " -> " + ResultText(DISP_E_MEMBERNOTFOUND));
     return DISP_E_MEMBERNOTFOUND;

@@ -79,7 +79,7 @@ constexpr FaultWord FaultWords[] = {
     {"result", FaultKind::Result}, {"error", FaultKind::Error},     {"raise", FaultKind::Error},
     {"null", FaultKind::Null},     {"empty", FaultKind::Empty},     {"text", FaultKind::Text},
     {"then", FaultKind::Then},     {"variant", FaultKind::Variant}, {"sleep", FaultKind::Sleep},
-    {"exit", FaultKind::Exit},     {"throw", FaultKind::Throw},
+    {"exit", FaultKind::Exit},     {"throw", FaultKind::Throw},     {"leak", FaultKind::Leak},
 };
 
 std::optional<FaultKind> ParseKind(std::string_view word) {
@@ -99,6 +99,7 @@ bool ParseWhat(std::string_view line, Fault& fault) {
     case FaultKind::Null:
     case FaultKind::Empty:
     case FaultKind::Throw:
+    case FaultKind::Leak:
         return TakeRest(line).empty();
     case FaultKind::Sleep:
         return ParseSleep(line, fault) && TakeRest(line).empty();

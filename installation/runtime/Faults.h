@@ -20,6 +20,7 @@ enum class FaultKind {
     Variant, // the same; VARIANT outputs of the named form
     Then,    // do the work, but return the code
     Sleep,   // wait, then do the work
+    Leak,    // do the work, and allocate a text that nobody frees
     Exit,    // end the process at once with the code
     Throw,   // throw a C++ exception of no known kind at the caller
 };

@@ -1,6 +1,7 @@
 // The exports of a library of stand-ins.
 #include "installation/runtime/Library.h"
 
+#include "installation/runtime/Allocations.h"
 #include "installation/runtime/ClassObject.h"
 #include "installation/runtime/LiveObjects.h"
 #include "installation/runtime/Registration.h"
@@ -15,8 +16,12 @@ HINSTANCE libraryInstance = nullptr;
 
 extern "C" BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, void*) {
     libraryInstance = instance;
-    if (reason == DLL_PROCESS_DETACH)
+    if (reason == DLL_PROCESS_ATTACH)
+        StartCountingAllocations();
+    if (reason == DLL_PROCESS_DETACH) {
         TraceLiveObjects(LibraryName);
+        TraceAllocations();
+    }
     return TRUE;
 }
 

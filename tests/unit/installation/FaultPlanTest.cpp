@@ -46,6 +46,7 @@ TEST(FaultPlan, EveryKindOfLineIsRead) {
         {"A.B 1 sleep 250", Rule("A", "B", 1, 1, FaultKind::Sleep, S_OK, L"", 250)},
         {"A.B 1 exit 3", Rule("A", "B", 1, 1, FaultKind::Exit, 3)},
         {"A.B 1 throw", Rule("A", "B", 1, 1, FaultKind::Throw)},
+        {"A.B 1 leak", Rule("A", "B", 1, 1, FaultKind::Leak)},
         {" \tA.B   1\tnull  \r", Rule("A", "B", 1, 1, FaultKind::Null)},
     };
     for (const PlanCase& known : cases) {
