@@ -2,6 +2,8 @@
 
 from __future__ import annotations
 
+import os
+import select
 import subprocess
 from dataclasses import dataclass, field
 from datetime import datetime
@@ -78,10 +80,23 @@ class Starter:
 
     @staticmethod
     def _wait(process, seconds) -> bool:
-        try:
-            process.wait(timeout=seconds)
-            return False
-        except subprocess.TimeoutExpired:
+        if not _ends_within(process, seconds):
             process.kill()
             process.wait()
             return True
+        return False
+
+
+def _ends_within(process, seconds) -> bool:
+    if hasattr(os, "pidfd_open"):  # wakes at once, where wait() looks only now and then
+        ending = os.pidfd_open(process.pid)
+        try:
+            if not select.select([ending], [], [], seconds)[0]:
+                return False
+        finally:
+            os.close(ending)
+    try:
+        process.wait(timeout=seconds)
+        return True
+    except subprocess.TimeoutExpired:
+        return False
