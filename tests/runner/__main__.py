@@ -23,6 +23,7 @@ def all_stages(name: str):
     yield "unit", lambda: stages.ctest_stage("unit", "release", name)
     yield "debug", lambda: stages.debug_stage("debug", name)
     yield "system", lambda: stages.pytest_stage("system", "tests/system", name)
+    yield "torture", lambda: stages.pytest_stage("torture", "tests/torture", name)
 
 
 def run(name: str) -> Results:

@@ -1,0 +1,5 @@
+import sys
+
+from .sweep import main
+
+sys.exit(main())
