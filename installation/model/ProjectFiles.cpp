@@ -4,6 +4,8 @@
 #include "installation/runtime/Trace.h"
 
 #include <algorithm>
+#include <system_error>
+#include <utility>
 #include <vector>
 
 namespace devinst {
@@ -63,6 +65,23 @@ std::wstring NextNumber(std::wstring number) {
     return L"1" + number;
 }
 
+// A file beside the one that it is to replace; it goes when it did not come to that.
+class UnfinishedFile {
+  public:
+    explicit UnfinishedFile(fs::path path) : m_path(std::move(path)) { m_path += L".new"; }
+    ~UnfinishedFile() {
+        std::error_code ignored;
+        fs::remove(m_path, ignored);
+    }
+    UnfinishedFile(const UnfinishedFile&) = delete;
+    UnfinishedFile& operator=(const UnfinishedFile&) = delete;
+
+    const fs::path& Path() const { return m_path; }
+
+  private:
+    fs::path m_path;
+};
+
 } // namespace
 
 XmlElement ProjectOf(const XmlFile& index) {
@@ -90,20 +109,17 @@ void UnpackRepresentations(ZipReader& archive, const fs::path& folder) {
 }
 
 void PackProject(const fs::path& path, const fs::path& folder, const fs::path& representations) {
-    fs::path unfinished = path;
-    unfinished += L".new";
+    const UnfinishedFile unfinished(path);
     {
-        ZipWriter archive(unfinished);
+        ZipWriter archive(unfinished.Path());
         AddFolder(archive, "", folder);
         AddFolder(archive, "representations/", representations);
         archive.Close();
     }
-    if (!MoveFileExW(unfinished.c_str(), path.c_str(),
-                     MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH)) {
-        const HRESULT failure = HRESULT_FROM_WIN32(GetLastError());
-        fs::remove(unfinished);
-        throw ComFailure{failure, L"The archive cannot be replaced: " + path.wstring()};
-    }
+    if (!MoveFileExW(unfinished.Path().c_str(), path.c_str(),
+                     MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH))
+        throw ComFailure{HRESULT_FROM_WIN32(GetLastError()),
+                         L"The archive cannot be replaced: " + path.wstring()};
 }
 
 std::wstring NextRevision(const std::wstring& revision) {

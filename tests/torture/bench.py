@@ -105,12 +105,14 @@ class Bench:
         before = self.lay_out(shape)
         return self.run_as_it_is(shape, plan, exit_code, before)
 
-    def run_as_it_is(self, shape: Shape, plan: str, exit_code: int | None, before: bytes) -> Result:
+    def run_as_it_is(self, shape: Shape, plan: str, exit_code: int | None, before: bytes,
+                     more: list[str] = ()) -> Result:
+        """more: what the command line has besides; a later "-LOG" takes the place of the first."""
         with ExitStack() as stack:
             client = stack.enter_context(ContentManager()) if shape.notify else None
             if client is not None:
                 self.box.path("exchange", "cms.ini").write_text(client.settings())
-            run = self.box.run(*self.arguments(shape), program=str(PROGRAM),
+            run = self.box.run(*self.arguments(shape), *more, program=str(PROGRAM),
                                faults=plan + NUMBERED, environment=COUNTED,
                                exit_code=exit_code, seconds=SECONDS)
         return self.result(shape, run, before, client.messages if client else [])

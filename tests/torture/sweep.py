@@ -1,6 +1,6 @@
 """The full sweep: every case on two benches at a time.
 
-    python -m torture [NAME]    the cases whose name begins with NAME; without it all
+    python -m torture [NAME ...]    the cases whose name begins with one; without any all
 
 A case is named after its part: calls/metadata:17:null, kill/metadata:17, moment/17. The last line
 is "N passed, N failed"."""
@@ -13,19 +13,21 @@ import sys
 import time
 import traceback
 
-from . import cases, kill
+from . import cases, hostile, kill
 from .bench import Bench
 from .shapes import BY_NAME, SHAPES
 
 WORKERS = 2
 MOMENTS = 1000
+DAMAGED = 1000  # files of each part
 PROGRESS_SECONDS = 20
 
 
 def first_tasks() -> list[str]:
     """What is known before anything has run. Counting a shape's calls gives its cases."""
     return [*(f"count/{shape.name}" for shape in SHAPES),
-            *(f"moment/{number}" for number in range(MOMENTS))]
+            *(f"moment/{number}" for number in range(MOMENTS)),
+            *(f"{part}/{number}" for part in hostile.PARTS for number in range(DAMAGED))]
 
 
 def perform(bench: Bench, task: str) -> tuple[list[str], list[str]]:
@@ -40,7 +42,9 @@ def perform(bench: Bench, task: str) -> tuple[list[str], list[str]]:
     if part == "kill":
         shape, number = name.split(":")
         return kill.kill_at_call(bench, BY_NAME[shape], int(number)), []
-    return kill.kill_at_moment(bench, int(name)), []
+    if part == "moment":
+        return kill.kill_at_moment(bench, int(name)), []
+    return hostile.run(bench, part, int(name)), []
 
 
 def _work(worker: int, waiting, done) -> None:
@@ -54,7 +58,7 @@ def _work(worker: int, waiting, done) -> None:
 
 
 class Sweep:
-    def __init__(self, wanted: str):
+    def __init__(self, wanted: tuple[str, ...]):
         self._wanted = wanted
         self.passed, self.failed = 0, 0
         self._waiting, self._done = multiprocessing.Queue(), multiprocessing.Queue()
@@ -80,7 +84,7 @@ class Sweep:
         return 0 if self.passed and not self.failed else 1
 
     def _add(self, task: str) -> None:
-        if task.startswith((self._wanted, "count/")):
+        if task.startswith((*self._wanted, "count/")):
             self._waiting.put(task)
             self._open += 1
 
@@ -104,4 +108,4 @@ class Sweep:
 
 
 def main() -> int:
-    return Sweep(sys.argv[1] if len(sys.argv) > 1 else "").run()
+    return Sweep(tuple(sys.argv[1:] or [""])).run()

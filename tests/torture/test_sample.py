@@ -6,12 +6,13 @@ import random
 
 import pytest
 
-from torture import cases, kill
+from torture import cases, hostile, kill
 from torture.shapes import SHAPES
 
 CASES_A_SHAPE = 24
 KILLS_A_SHAPE = 4
 MOMENTS = 20
+DAMAGED = 20
 
 
 def failures(found: dict[str, list[str]]) -> str:
@@ -37,6 +38,12 @@ def test_process_that_ends_in_a_call_leaves_everything_in_order(bench, shape):
 def test_process_that_ends_at_any_moment_leaves_everything_in_order(bench):
     assert not failures({f"moment/{number}": kill.kill_at_moment(bench, number)
                          for number in range(MOMENTS)})
+
+
+@pytest.mark.parametrize("part", hostile.PARTS)
+def test_damaged_file_ends_the_run_in_order(bench, part):
+    assert not failures({f"{part}/{number}": hostile.run(bench, part, number)
+                         for number in range(DAMAGED)})
 
 
 # ---- the instruments: what they are to find is found ----

@@ -2,7 +2,8 @@
 //   write PATH   writes a file            exit CODE   ends with the code
 //   hang         waits for minutes        orphan      starts itself with "hang" and ends
 //   temp NAME    writes a file of that name into the temporary folder
-//   crash        violates access          trace TEXT  writes the text as the trace, then ends
+//   hold PATH MARK   keeps the file open, shared with nobody, from when it makes MARK until that
+//   goes crash        violates access          trace TEXT  writes the text as the trace, then ends
 #include <windows.h>
 
 #include <cstdio>
@@ -18,6 +19,18 @@ void Write(const wchar_t* path, const wchar_t* text) {
         fputws(text, file);
         fclose(file);
     }
+}
+
+int Hold(const wchar_t* path, const wchar_t* mark) {
+    const HANDLE file = CreateFileW(path, GENERIC_READ | GENERIC_WRITE, 0, nullptr, OPEN_EXISTING,
+                                    FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (file == INVALID_HANDLE_VALUE)
+        return 1;
+    Write(mark, L"held\n");
+    while (GetFileAttributesW(mark) != INVALID_FILE_ATTRIBUTES)
+        Sleep(10);
+    CloseHandle(file);
+    return 0;
 }
 
 void StartHangingCopy(const wchar_t* program) {
@@ -45,6 +58,8 @@ int wmain(int count, wchar_t** arguments) {
         Sleep(30'000);
     } else if (action == L"orphan") {
         StartHangingCopy(arguments[0]);
+    } else if (action == L"hold") {
+        return Hold(argument, count > 3 ? arguments[3] : L"");
     } else if (action == L"crash") {
         RaiseException(STATUS_ACCESS_VIOLATION, EXCEPTION_NONCONTINUABLE, 0, nullptr);
     } else if (action == L"temp") {
