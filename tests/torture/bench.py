@@ -49,6 +49,7 @@ class Bench:
 
     def __init__(self, worker: str):
         self.machine = this_machine(f"torture-{worker}")
+        self.durations: dict[str, float] = {}  # of a shape's latest undisturbed run, in seconds
         self._archives: dict[str, bytes] = {}
 
     def __enter__(self) -> Bench:

@@ -26,8 +26,10 @@ KINDS = {
     "all-result": (f"result {CODE}", True),
     "all-null": ("null", True),
     "throw": ("throw", False),
+    "templates": ("result 0x80400001", False),
 }
 _OF_VARIANTS = ("number", "text", "array")
+_ONLY_FOR = {"templates": "KernelAdmin.LoadCommandTemplates"}  # whose family of codes it is
 
 # The edit handler's result counts by its first 16 bits, which in a text or an array are part of an
 # address and so no rule's matter.
@@ -73,6 +75,8 @@ def cases_of(shape: Shape, calls: list[Call]) -> list[Case]:
 
 
 def _makes_sense(call: Call, kind: str) -> bool:
+    if kind in _ONLY_FOR:
+        return call.operation == _ONLY_FOR[kind]
     if kind in _NOT_FOR.get(call.operation, ()):
         return False
     if kind in _OF_VARIANTS:

@@ -19,8 +19,8 @@ from .shapes import BY_NAME, Shape
 
 EXIT_CODE = 9
 SEED = 20261121
-# A run takes some 50 ms; the tail of the moments lies behind its end.
-LONGEST_DELAY = 0.08
+# Of the time that an undisturbed run takes; the tail of the moments lies behind its end.
+LONGEST_DELAY = 1.1
 SHAPES = ("metadata", "revision", "package-ipc", "everything")
 
 
@@ -43,9 +43,12 @@ def kill_at_moment(bench: Bench, number: int) -> list[str]:
     """The same for the random moment of that number."""
     moment = random.Random(SEED + number)
     shape = BY_NAME[SHAPES[number % len(SHAPES)]]
+    if shape.name not in bench.durations:
+        run_afresh(bench, shape)
+    delay = bench.durations[shape.name] * moment.uniform(0, LONGEST_DELAY)
     bench.reset()
     before = bench.lay_out(shape)
-    run = _run_and_kill(bench, shape, moment.uniform(0, LONGEST_DELAY))
+    run = _run_and_kill(bench, shape, delay)
     found = _left_in_order(shape, bench.result(shape, run, before))
     return [*found, *(run_afresh(bench, shape) if number % 4 == 0 else [])]
 
@@ -56,6 +59,7 @@ def run_afresh(bench: Bench, shape: Shape) -> list[str]:
         result = bench.run(shape)
     except AssertionError as error:
         return [f"the run after it: {error}"]
+    bench.durations[shape.name] = (result.run.ended - result.run.started).total_seconds()
     if "job_DONE" not in result.exchange:
         return [f"the run after it: {sorted(result.exchange)}, {result.log!r}"]
     return []

@@ -79,8 +79,8 @@ class Sweep:
         for worker in workers:
             worker.join()
         self.failed += self._open  # a worker that broke took its cases with it
-        print(f"{self.passed} passed, {self.failed} failed "
-              f"({time.monotonic() - self._started:.0f} s)", flush=True)
+        print(f"{time.monotonic() - self._started:.0f} s")
+        print(f"{self.passed} passed, {self.failed} failed", flush=True)
         return 0 if self.passed and not self.failed else 1
 
     def _add(self, task: str) -> None:
