@@ -11,10 +11,19 @@ ROOT = Path(__file__).resolve().parents[3]
 BUILD = Path(os.environ.get("ZT_BUILD", ROOT / "build" / "release")).resolve()
 
 
-class WineMachine:
-    """A private Wine prefix; its drive C: is a folder below the build folder."""
+# Takes from root what lets it write where nobody may.
+_WITHOUT_PRIVILEGE = ["setpriv", "--bounding-set=-dac_override,-dac_read_search"]
 
-    def __init__(self, name: str):
+
+class WineMachine:
+    """A private Wine prefix; its drive C: is a folder below the build folder.
+
+    privileged: False holds its programs to the rights of files, also when root starts them; raises
+    CalledProcessError where root may not give its privilege up."""
+
+    def __init__(self, name: str, privileged: bool = True):
+        self._before = [] if privileged or os.geteuid() != 0 else _WITHOUT_PRIVILEGE
+        subprocess.run([*self._before, "true"], check=True)
         self.prefix = ROOT / "build" / f"wine-system-{name}"
         self.drive = self.prefix / "drive_c"
 
@@ -25,10 +34,11 @@ class WineMachine:
         self._wine_prefix("stop")
 
     def _wine_prefix(self, what: str) -> None:
-        subprocess.run([str(ROOT / "tools" / "wine-prefix"), what, str(self.prefix)], check=True)
+        subprocess.run([*self._before, str(ROOT / "tools" / "wine-prefix"), what, str(self.prefix)],
+                       check=True)
 
     def command(self, program: str, arguments: list[str]) -> list[str]:
-        return ["wine", program, *arguments]
+        return [*self._before, "wine", program, *arguments]
 
     def environment(self, more: dict[str, str]) -> dict[str, str]:
         return {
