@@ -1,8 +1,8 @@
 """clang-tidy over the project's sources.
 
-Most of its time goes into the platform's headers, so sources of one top folder that are compiled
-with the same options are joined into one text and checked together. Sources that cannot stand in
-one text (two helpers of one name, say) are split up again. What was found is kept by content below
+Most of its time goes into the platform's headers, so many sources that are compiled with the same
+options are joined into one text and checked together. Those that cannot stand in one text with the
+others (two helpers of one name, say) are checked apart. What was found is kept by content below
 build/tidy.
 """
 
@@ -19,7 +19,8 @@ from pathlib import Path
 import tree
 
 CACHE = tree.BUILD / "tidy"
-GROUP_SIZE = 12
+GROUP_SIZE = 40
+_EXPORTS = re.compile(r"-D\w+_EXPORTS$")  # CMake's own, one for each library
 _LOCATION = re.compile(r"^(\S+?):(\d+):(\d+): (.*)$")
 
 
@@ -36,13 +37,17 @@ def groups() -> list[Group]:
     for source, options in tree.compile_options("native").items():
         compiled[source] = ("native", *options)
     for source, options in tree.compile_options("release").items():
-        compiled[source] = ("release", *options)
+        compiled[source] = ("release", *(word for word in options if not _EXPORTS.match(word)))
     alike: dict[tuple, list[Path]] = {}
     for source in sorted(compiled):
         if source.suffix == ".cpp" and (tree.ROOT / source).exists():
-            alike.setdefault((source.parts[0], compiled[source]), []).append(source)
+            alike.setdefault((_area(source), compiled[source]), []).append(source)
     return [group for (_, options), sources in alike.items()
             for group in _split(sources, options)]
+
+
+def _area(source: Path) -> str:
+    return "program" if source.parts[0] in tree.PRODUCT else source.parts[0]
 
 
 def _split(sources: list[Path], options: tuple[str, ...]) -> list[Group]:
@@ -81,20 +86,31 @@ def _tool_version() -> str:
 
 
 def _check(group: Group) -> str:
-    if len(group.sources) > 1 and not _compiles(group):
-        half = len(group.sources) // 2
-        parts = (group.sources[:half], group.sources[half:])
-        return "".join(_check(Group(group.name, part, group.options)) for part in parts)
+    clashing = _clashing(group) if len(group.sources) > 1 else ()
+    if clashing:
+        others = tuple(source for source in group.sources if source not in clashing)
+        if not others:
+            half = len(clashing) // 2
+            others, clashing = clashing[:half], clashing[half:]
+        return "".join(_check(Group(group.name, part, group.options))
+                       for part in (others, clashing))
     code, output = _tidy(group)
     if code == 0:
         return ""
     return output or f"clang-tidy ended with exit code {code} on {group.name}"
 
 
-def _compiles(group: Group) -> bool:
+def _clashing(group: Group) -> tuple[Path, ...]:
+    """The sources that do not compile behind the others; all when none can be told."""
     with _joined(group) as joined:
-        return subprocess.run(["clang++", "-fsyntax-only", *_compiler_options(group), str(joined)],
-                              cwd=tree.ROOT, capture_output=True).returncode == 0
+        run = subprocess.run(["clang++", "-fsyntax-only", "-ferror-limit=0",
+                              *_compiler_options(group), str(joined)],
+                             cwd=tree.ROOT, capture_output=True, text=True)
+        if run.returncode == 0:
+            return ()
+        told = _with_true_places(run.stderr, joined, group).splitlines()
+    broken = {match[1] for match in map(_LOCATION.match, told) if match and "error:" in match[4]}
+    return tuple(source for source in group.sources if str(source) in broken) or group.sources
 
 
 def _tidy(group: Group) -> tuple[int, str]:
