@@ -2,6 +2,7 @@
 
 #include "publish/ArchiveNames.h"
 #include "components/Texts.h"
+#include "publish/FolderLink.h"
 #include "publish/FolderSearch.h"
 
 namespace zt {
@@ -18,23 +19,13 @@ bool IsLeftOut(const FolderSearch& entry) {
            IsDotEntry(entry.Name());
 }
 
-enum class Link { None, Removable, Opaque };
-
-// Whether the folder is a symbolic link or a junction. Other reparse points (a folder kept in a
-// cloud, say) are the thing itself. Where the file system tells of a reparse point but not of which
-// kind, removing it might remove what it stands for.
-Link LinkOf(const std::wstring& folder) {
+FolderLink LinkOfFolder(const std::wstring& folder) {
     WIN32_FIND_DATAW data = {};
     const HANDLE search = FindFirstFileW(folder.c_str(), &data);
     if (search == INVALID_HANDLE_VALUE)
-        return Link::None;
+        return FolderLink::None;
     FindClose(search);
-    if ((data.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) == 0)
-        return Link::None;
-    const DWORD tag = data.dwReserved0;
-    if (tag == 0)
-        return Link::Opaque;
-    return IsReparseTagNameSurrogate(tag) ? Link::Removable : Link::None;
+    return LinkOf(data.dwFileAttributes, data.dwReserved0);
 }
 
 void DeleteEntries(const std::wstring& folder) {
@@ -67,10 +58,10 @@ HRESULT AddFolderToArchive(ArchiveComponent* archive, const std::wstring& folder
 }
 
 bool DeleteFolderTree(const std::wstring& folder) {
-    const Link link = LinkOf(folder);
-    if (link == Link::Opaque)
+    const FolderLink link = LinkOfFolder(folder);
+    if (link == FolderLink::Opaque)
         return false;
-    if (link == Link::None)
+    if (link == FolderLink::None)
         DeleteEntries(folder);
     return RemoveDirectoryW(folder.c_str()) != FALSE;
 }
