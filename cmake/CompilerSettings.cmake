@@ -27,3 +27,14 @@ if(WIN32)
     zt_windows_settings INTERFACE UNICODE _UNICODE NOMINMAX WIN32_LEAN_AND_MEAN _WIN32_WINNT=0x0601)
   target_link_options(zt_windows_settings INTERFACE -static -municode)
 endif()
+
+# zt_measure_coverage(target ...): the targets' code counts what runs; whatever links them writes it
+# to a profile as it ends. Tests and stand-ins are not measured.
+function(zt_measure_coverage)
+  if(ZT_COVERAGE)
+    foreach(target IN LISTS ARGN)
+      target_compile_options(${target} PRIVATE --coverage -O0)
+      target_link_options(${target} INTERFACE --coverage)
+    endforeach()
+  endif()
+endfunction()

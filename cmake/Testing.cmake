@@ -6,6 +6,9 @@ set(gtest_force_shared_crt ON CACHE BOOL "" FORCE)
 set(INSTALL_GTEST OFF CACHE BOOL "" FORCE)
 add_subdirectory(${ZT_GOOGLETEST_SOURCES} ${PROJECT_BINARY_DIR}/googletest EXCLUDE_FROM_ALL)
 
+# All tests of the program itself, and none of the development installation's or a tool's.
+add_custom_target(zt_program_tests)
+
 # zt_add_tests(NAME target SOURCES ... LIBRARIES ...): a test program whose tests CTest knows one by
 # one, under "target.Suite.Test".
 function(zt_add_tests)
@@ -18,6 +21,9 @@ function(zt_add_tests)
     target_link_libraries(${arg_NAME} PRIVATE ${arg_LIBRARIES} zt_windows_settings GTest::gmock)
   else()
     target_link_libraries(${arg_NAME} PRIVATE ${arg_LIBRARIES} GTest::gmock_main)
+  endif()
+  if(NOT "${arg_LIBRARIES}" MATCHES "zt_dev|zt_cms_client")
+    add_dependencies(zt_program_tests ${arg_NAME})
   endif()
   gtest_discover_tests(${arg_NAME} TEST_PREFIX "${arg_NAME}." DISCOVERY_MODE PRE_TEST
                        DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 120)

@@ -95,6 +95,14 @@ HRESULT CPropBag::QueryInterface(REFIID iid, void** object) {
     return S_OK;
 }
 
+ULONG CPropBag::AddRef() {
+    return 5;
+}
+
+ULONG CPropBag::Release() {
+    return 4;
+}
+
 HRESULT CPropBag::Read(LPCOLESTR name, VARIANT* value, IErrorLog*) {
     if (name == nullptr || value == nullptr)
         return E_POINTER;

@@ -28,8 +28,8 @@ class CPropBag final : public IPropertyBag {
 
     // IUnknown
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override;
-    ULONG STDMETHODCALLTYPE AddRef() override { return 5; }
-    ULONG STDMETHODCALLTYPE Release() override { return 4; }
+    ULONG STDMETHODCALLTYPE AddRef() override;
+    ULONG STDMETHODCALLTYPE Release() override;
 
     // Gives the setting as VT_I4 or VT_BSTR, converted to the type of *value where that is not
     // VT_EMPTY and the conversion is possible. E_INVALIDARG for the names of an extent, E_FAIL for

@@ -70,7 +70,7 @@ def test_stage_that_ends_badly_for_the_failures_that_it_names_is_counted_once(re
     assert stages._collect("unit", report, 1, "").failed == 2
 
 
-@pytest.mark.parametrize("arguments", [["--torture-me"], ["-x"], ["a", "b"]])
+@pytest.mark.parametrize("arguments", [["--torture-me"], ["-x"], ["a", "b"], ["--coverage", "a"]])
 def test_command_line_without_sense_is_refused_at_once(arguments):
     run = subprocess.run([str(tree.ROOT / "run-tests"), *arguments], capture_output=True, text=True)
     assert run.returncode == 2

@@ -6,6 +6,7 @@ import argparse
 import subprocess
 import sys
 import time
+from typing import Callable
 
 from . import stages
 from .results import Results
@@ -29,20 +30,22 @@ def all_stages(name: str):
 def run(name: str) -> Results:
     total = Results()
     for stage, perform in all_stages(name):
-        started = time.monotonic()
-        results = perform()
-        show(stage, results, time.monotonic() - started)
-        total.add(results)
+        total.add(show(stage, perform))
     return total
 
 
-def show(stage: str, results: Results, seconds: float) -> None:
+def show(stage: str, perform: Callable[[], Results]) -> Results:
+    """Performs a stage and prints what came of it."""
+    started = time.monotonic()
+    results = perform()
+    seconds = time.monotonic() - started
     for failure in results.failures:
         print(f"\n---- FAILED: {failure.name}\n{failure.text}\n", flush=True)
     for skipped in results.skipped:
         print(f"skipped: {skipped}")
     counts = f"{results.passed:5} ok {results.failed:4} not ok"
     print(f"{stage:8}{counts}   {seconds:5.0f} s", flush=True)
+    return results
 
 
 def main() -> int:

@@ -47,11 +47,13 @@ def _collect(stage: str, report: Path, code: int | None, output: str, good=(0,))
     return results
 
 
-def pytest_stage(stage: str, folder: str, name: str) -> Results:
+def pytest_stage(stage: str, folder: str, name: str,
+                 environment: dict[str, str] | None = None) -> Results:
     report = REPORTS / f"{stage}.xml"
     command = [sys.executable, "-m", "pytest", "-q", "-n", JOBS, "-p", "runner.name_option",
                f"--name={name}", f"--junitxml={report}", "-c", f"{folder}/pytest.ini", folder]
-    code, output = _start(command, report, {"PYTHONPATH": str(ROOT / "tests")})
+    variables = {"PYTHONPATH": str(ROOT / "tests"), **(environment or {})}
+    code, output = _start(command, report, variables)
     return _collect(stage, report, code, output, good=(0, 5))  # 5: no test of that name
 
 
@@ -75,19 +77,22 @@ def debug_stage(stage: str, name: str) -> Results:
     """Every unit-test program whole, its tests shuffled: they must not lean on an order."""
     results = Results()
     for program in sorted((BUILD / "debug" / "tests" / "unit").glob("unit-*.exe")):
-        results.add(_debug_program(stage, program, name))
+        results.add(program_stage(stage, program, name))
     return results
 
 
-def _debug_program(stage: str, program: Path, name: str) -> Results:
+def program_stage(stage: str, program: Path, name: str,
+                  environment: dict[str, str] | None = None) -> Results:
+    """One unit-test program as one process."""
     report = REPORTS / f"{stage}-{program.stem}.xml"
     seed = int(time.time()) % 99999 + 1
     command = [str(ROOT / "tests" / "run-windows"), str(program), "--gtest_shuffle",
                f"--gtest_random_seed={seed}", f"--gtest_output=xml:Z:{report}"]
-    if name and name not in f"debug.{program.stem}":
+    if name and name not in f"{stage}.{program.stem}":
         command.append(f"--gtest_filter=*{name}*")
-    code, output = _start(command, report, {"ZT_WATCHDOG": "600"})
+    variables = {"ZT_WATCHDOG": "600", **(environment or {})}
+    code, output = _start(command, report, variables)
     results = _collect(f"{stage} {program.stem}, seed {seed}", report, code, output)
     for failure in results.failures:
-        failure.name = f"debug.{program.stem}.{failure.name}"
+        failure.name = f"{stage}.{program.stem}.{failure.name}"
     return results

@@ -33,6 +33,17 @@ int WSAAPI SendIntoRoom(SOCKET, const char*, int count, int) {
     return now;
 }
 
+int g_refusals;
+
+// Has no room for the first calls, and says so.
+int WSAAPI SendAfterRefusals(SOCKET socket, const char* bytes, int count, int flags) {
+    if (g_refusals == 0)
+        return send(socket, bytes, count, flags);
+    --g_refusals;
+    WSASetLastError(WSAEWOULDBLOCK);
+    return SOCKET_ERROR;
+}
+
 // What arrives at a peer that reads to the end.
 std::string Arriving(const std::wstring& message) {
     std::string bytes;
@@ -124,6 +135,19 @@ TEST(TcpClientSend, GoesInPiecesOf1024Bytes) {
     exchange.peer.Stop();
     EXPECT_THAT(g_pieces, ElementsAre(1024, 1024, 452));
     EXPECT_EQ(bytes, sent);
+}
+
+TEST(TcpClientSend, TriesAPieceAgainOnceThereIsRoom) {
+    g_refusals = 3;
+    TcpPlatform platform;
+    platform.send = SendAfterRefusals;
+    std::string bytes;
+    Exchange exchange([&](Connection& connection) { bytes = connection.ReadToEnd(); }, platform);
+    EXPECT_EQ(exchange.client.SendData("abc", 3), 1);
+    EXPECT_EQ(g_refusals, 0);
+    exchange.client.Disconnect();
+    exchange.peer.Stop();
+    EXPECT_EQ(bytes, "abc");
 }
 
 TEST(TcpClientSend, TellsTheErrorAndTheBytesSentBeforeIt) {

@@ -115,6 +115,11 @@ Refusal NoControl() {
     refusal.traits.isOleObject = false;
     return refusal;
 }
+Refusal NullAsControl() {
+    Refusal refusal{"GivesNullAsControl", {}, {"gone"}};
+    refusal.traits.givesNullAsOleObject = true;
+    return refusal;
+}
 Refusal SiteRefused() {
     Refusal refusal{
         "RefusesItsSite",
@@ -175,8 +180,8 @@ TEST_P(HostingOfAControlThat, LeavesNothingBehind) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Hosting, HostingOfAControlThat,
-                         testing::Values(CreationRefused(), NoControl(), SiteRefused(),
-                                         FirstSiteRefused(), StreamRefused(),
+                         testing::Values(CreationRefused(), NoControl(), NullAsControl(),
+                                         SiteRefused(), FirstSiteRefused(), StreamRefused(),
                                          StreamRefusedBehindSite(), StorageRefused()),
                          [](const auto& info) { return std::string(info.param.name); });
 

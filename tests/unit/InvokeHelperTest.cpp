@@ -178,6 +178,19 @@ TEST_F(InvokeHelper, RaisesForAResultThatCannotBeConverted) {
     EXPECT_EQ(result, nullptr);
 }
 
+TEST_F(InvokeHelper, RaisesForATypeOfResultThatItDoesNotDeliver) {
+    Answer(2.5);
+    double result = 1.5;
+    try {
+        m_driver.InvokeHelper(5, DISPATCH_PROPERTYGET, VT_R8, &result, nullptr);
+        FAIL() << "nothing was raised";
+    } catch (COleException* exception) {
+        EXPECT_EQ(exception->m_sc, DISP_E_BADVARTYPE);
+        exception->Delete();
+    }
+    EXPECT_EQ(result, 1.5);
+}
+
 TEST_F(InvokeHelper, LeavesTheResultEmptyWhenTheComponentGivesNone) {
     _variant_t null;
     null.vt = VT_NULL;

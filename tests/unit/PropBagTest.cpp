@@ -16,6 +16,7 @@ TEST_F(PropertyBag, AnswersForTheBagAndForNothingElse) {
     EXPECT_EQ(object, static_cast<IPropertyBag*>(&bag));
     EXPECT_EQ(bag.QueryInterface(IID_IDispatch, &object), E_NOINTERFACE);
     EXPECT_EQ(object, nullptr);
+    EXPECT_EQ(bag.QueryInterface(IID_IUnknown, nullptr), E_POINTER);
 }
 
 TEST_F(PropertyBag, CountsNoReferences) {

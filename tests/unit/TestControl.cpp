@@ -33,6 +33,8 @@ class TestControl final : public IOleObject,
 
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override {
         *object = nullptr;
+        if (iid == IID_IOleObject && m_traits.givesNullAsOleObject)
+            return S_OK;
         if (iid == IID_IUnknown || (iid == IID_IOleObject && m_traits.isOleObject))
             *object = static_cast<IOleObject*>(this);
         else if (iid == IID_IOleInPlaceObject || iid == IID_IOleWindow)

@@ -27,6 +27,7 @@ struct ControlTraits {
     DWORD status = 0;
     Activation activation = Activation::Windowed;
     bool isOleObject = true;
+    bool givesNullAsOleObject = false;
     bool hasStreamInit = false;
     bool hasStorage = false;
     HRESULT creation = S_OK;

@@ -19,6 +19,7 @@ LIST
     case "${1:-}" in
     tests) zt_test_packages ;;
     fuzz) zt_fuzz_packages ;;
+    coverage) echo "/usr/bin/gcovr gcovr" ;;
     esac
 }
 
@@ -47,7 +48,7 @@ zt_fuzz_packages() {
 LIST
 }
 
-# zt_install_packages [tests|fuzz]: installs what is missing, with apt-get.
+# zt_install_packages [tests|fuzz|coverage]: installs what is missing, with apt-get.
 zt_install_packages() {
     local file package missing=()
     while read -r file package; do

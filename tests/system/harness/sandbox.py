@@ -2,6 +2,7 @@
 
 from __future__ import annotations
 
+import os
 import shutil
 from pathlib import Path
 
@@ -9,7 +10,8 @@ from . import registry, snapshot, trace
 from .machine import BUILD
 from .process import Run, Starter
 
-PROGRAM = BUILD / "ZTInvisible.exe"
+# The program under test; its installation is always the build folder's.
+PROGRAM = Path(os.environ.get("ZT_PROGRAM", BUILD / "ZTInvisible.exe"))
 REGISTRY_WRITER = BUILD / "tests" / "system" / "zt-test-registry.exe"
 DEVSETUP = BUILD / "installation" / "zt-devsetup.exe"
 
