@@ -96,4 +96,57 @@ TEST(DispatchDriver, IsEmptyAfterTheCreationOfAnObjectWithoutAutomation) {
     EXPECT_EQ(object.m_references, 0U);
 }
 
+// A component that can be run, and has automation only once it runs.
+class Runnable : public RecordingDispatch, public IRunnableObject {
+  public:
+    explicit Runnable(HRESULT outcome) : m_outcome(outcome) {}
+
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override {
+        *object = nullptr;
+        if (iid == IID_IRunnableObject)
+            *object = static_cast<IRunnableObject*>(this);
+        else if (iid == IID_IUnknown || (iid == IID_IDispatch && m_isRunning))
+            *object = static_cast<IDispatch*>(this);
+        if (*object == nullptr)
+            return E_NOINTERFACE;
+        AddRef();
+        return S_OK;
+    }
+    ULONG STDMETHODCALLTYPE AddRef() override { return RecordingDispatch::AddRef(); }
+    ULONG STDMETHODCALLTYPE Release() override { return RecordingDispatch::Release(); }
+    HRESULT STDMETHODCALLTYPE GetRunningClass(CLSID*) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE Run(IBindCtx* context) override {
+        EXPECT_EQ(context, nullptr);
+        m_isRunning = SUCCEEDED(m_outcome);
+        return m_outcome;
+    }
+    BOOL STDMETHODCALLTYPE IsRunning() override { return m_isRunning; }
+    HRESULT STDMETHODCALLTYPE LockRunning(BOOL, BOOL) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE SetContainedObject(BOOL) override { return E_NOTIMPL; }
+
+  private:
+    HRESULT m_outcome;
+    bool m_isRunning = false;
+};
+
+TEST(DispatchDriver, RunsAnObjectBeforeItAsksForAutomation) {
+    Runnable object(S_OK);
+    const TestClass known(L"Zt.Framework.Runnable",
+                          TestClass::Gives(static_cast<IDispatch*>(&object)));
+    COleDispatchDriver driver;
+    EXPECT_TRUE(driver.CreateDispatch(L"Zt.Framework.Runnable"));
+    EXPECT_EQ(driver.m_lpDispatch, static_cast<IDispatch*>(&object));
+    EXPECT_EQ(object.m_references, 1U);
+}
+
+TEST(DispatchDriver, IsEmptyAfterTheCreationOfAnObjectThatDoesNotRun) {
+    Runnable object(E_OUTOFMEMORY);
+    const TestClass known(L"Zt.Framework.NotRunning",
+                          TestClass::Gives(static_cast<IDispatch*>(&object)));
+    COleDispatchDriver driver;
+    EXPECT_FALSE(driver.CreateDispatch(L"Zt.Framework.NotRunning"));
+    EXPECT_EQ(driver.m_lpDispatch, nullptr);
+    EXPECT_EQ(object.m_references, 0U);
+}
+
 } // namespace

@@ -36,6 +36,14 @@ TEST_F(Hosting, SitesAControlThatNeedsNoInitialising) {
     EXPECT_THAT(Calls(), ElementsAre("GetMiscStatus", "SetClientSite", "SetExtent", "Activate"));
 }
 
+TEST_F(Hosting, TellsAControlThatCanRunElsewhereThatItIsContained) {
+    ControlTraits traits;
+    traits.isRunnable = true;
+    ASSERT_TRUE(Create(traits));
+    EXPECT_THAT(Calls(), ElementsAre("GetMiscStatus", "SetClientSite", "SetContainedObject",
+                                     "SetExtent", "Activate"));
+}
+
 TEST_F(Hosting, InitialisesThroughAStreamBeforeTheSiteIsSet) {
     ControlTraits traits;
     traits.hasStreamInit = true;

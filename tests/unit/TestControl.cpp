@@ -23,6 +23,7 @@ class TestControl final : public IOleObject,
                           public IOleInPlaceObject,
                           public IPersistStreamInit,
                           public IPersistStorage,
+                          public IRunnableObject,
                           public IDispatch {
   public:
     explicit TestControl(ControlTraits traits) : m_traits(std::move(traits)) {
@@ -43,6 +44,8 @@ class TestControl final : public IOleObject,
             *object = static_cast<IPersistStreamInit*>(this);
         else if (iid == IID_IPersistStorage && m_traits.hasStorage)
             *object = static_cast<IPersistStorage*>(this);
+        else if (iid == IID_IRunnableObject && m_traits.isRunnable)
+            *object = static_cast<IRunnableObject*>(this);
         else if (iid == IID_IDispatch && m_traits.automation != nullptr)
             *object = static_cast<IDispatch*>(this);
         if (*object == nullptr)
@@ -157,6 +160,17 @@ class TestControl final : public IOleObject,
     HRESULT STDMETHODCALLTYPE Save(IStorage*, BOOL) override { return E_NOTIMPL; }
     HRESULT STDMETHODCALLTYPE SaveCompleted(IStorage*) override { return E_NOTIMPL; }
     HRESULT STDMETHODCALLTYPE HandsOffStorage() override { return E_NOTIMPL; }
+
+    // ---- IRunnableObject ----
+
+    HRESULT STDMETHODCALLTYPE GetRunningClass(CLSID*) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE Run(IBindCtx*) override { return E_NOTIMPL; }
+    BOOL STDMETHODCALLTYPE IsRunning() override { return TRUE; }
+    HRESULT STDMETHODCALLTYPE LockRunning(BOOL, BOOL) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE SetContainedObject(BOOL contained) override {
+        Note(contained ? "SetContainedObject" : "ClearContainedObject");
+        return S_OK;
+    }
 
     // ---- IDispatch ----
 
