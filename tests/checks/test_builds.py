@@ -17,7 +17,8 @@ IDENTIFIERS = (
 
 def build(name: str, *options: str):
     """Configures and builds the target ZTInvisible alone; returns the program."""
-    folder = tree.BUILD / "checks" / name
+    # As deep as the presets' folders: the compiler cache tells relative paths apart.
+    folder = tree.BUILD / f"checks-{name}"
     launcher = {}
     if os.path.exists("/usr/bin/ccache"):
         launcher = {"CMAKE_CXX_COMPILER_LAUNCHER": "ccache", "CMAKE_C_COMPILER_LAUNCHER": "ccache"}

@@ -19,10 +19,11 @@ from pathlib import Path
 import tree
 
 CACHE = tree.BUILD / "tidy"
-# The path-sensitive analyser follows calls into whatever stands in the same text: its time grows
-# faster than the text. Tests are read without it.
-GROUP_SIZE = 14
-TEST_GROUP_SIZE = 40
+# The path-sensitive analyser reads the program and its tools only: it follows calls into whatever
+# stands in the same text, so that its time grows faster than the text, and it drowns in the test
+# framework's macros. Stand-ins and tests are read by all other checks.
+ANALYSED_GROUP_SIZE = 14
+GROUP_SIZE = 40
 _EXPORTS = re.compile(r"-D\w+_EXPORTS$")  # CMake's own, one for each library
 _LOCATION = re.compile(r"^(\S+?):(\d+):(\d+): (.*)$")
 
@@ -49,15 +50,15 @@ def groups() -> list[Group]:
             for group in _split(sources, options)]
 
 
-def _is_test(source: Path) -> bool:
-    return source.parts[0] == "tests"
+def _is_analysed(source: Path) -> bool:
+    return source.parts[0] not in ("installation", "tests")
 
 
 def _split(sources: list[Path], options: tuple[str, ...]) -> list[Group]:
     # A source that defines identifiers changes what the headers behind it mean.
     alone = [source for source in sources if "initguid.h" in (tree.ROOT / source).read_text()]
     joined = [source for source in sources if source not in alone]
-    size = TEST_GROUP_SIZE if _is_test(sources[0]) else GROUP_SIZE
+    size = ANALYSED_GROUP_SIZE if _is_analysed(sources[0]) else GROUP_SIZE
     chunks = [joined[at:at + size] for at in range(0, len(joined), size)]
     return [Group(f"{chunk[0].with_suffix('')}..{chunk[-1].stem}", tuple(chunk), options)
             for chunk in [*chunks, *([source] for source in alone)]]
@@ -118,8 +119,7 @@ def _clashing(group: Group) -> tuple[Path, ...]:
 
 
 def _tidy(group: Group) -> tuple[int, str]:
-    # The analyser drowns in the test framework's macros: minutes a file.
-    fewer = ["--checks=-clang-analyzer-*"] if _is_test(group.sources[0]) else []
+    fewer = [] if _is_analysed(group.sources[0]) else ["--checks=-clang-analyzer-*"]
     with _joined(group) as joined:
         run = subprocess.run(["clang-tidy", "--quiet", f"--config-file={tree.ROOT / '.clang-tidy'}",
                               *fewer, str(joined), "--", *_compiler_options(group)],
