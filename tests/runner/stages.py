@@ -50,7 +50,9 @@ def _collect(stage: str, report: Path, code: int | None, output: str, good=(0,))
 def pytest_stage(stage: str, folder: str, name: str,
                  environment: dict[str, str] | None = None) -> Results:
     report = REPORTS / f"{stage}.xml"
-    command = [sys.executable, "-m", "pytest", "-q", "-n", JOBS, "-p", "runner.name_option",
+    # loadgroup hands out test by test, to whichever worker is free, and not in advance.
+    command = [sys.executable, "-m", "pytest", "-q", "-n", JOBS, "--dist", "loadgroup",
+               "-p", "runner.name_option",
                f"--name={name}", f"--junitxml={report}", "-c", f"{folder}/pytest.ini", folder]
     variables = {"PYTHONPATH": str(ROOT / "tests"), **(environment or {})}
     code, output = _start(command, report, variables)
