@@ -1,5 +1,7 @@
 #include "app/CommandLine.h"
 
+#include "support/Text.h"
+
 #include <algorithm>
 #include <array>
 #include <cstddef>
@@ -54,10 +56,6 @@ constexpr std::array Keywords = {
     Keyword{L"NR", 0, SetFlags<&CommandLine::newRevision>},
 };
 
-constexpr wchar_t UpperCase(wchar_t c) {
-    return c >= L'a' && c <= L'z' ? static_cast<wchar_t>(c - L'a' + L'A') : c;
-}
-
 // The keywords hold Latin capitals only, so that no other case folding is needed.
 const Keyword* FindKeyword(std::wstring_view argument) {
     argument.remove_prefix(std::min(argument.find_first_not_of(L" \t\n\v\f\r"), argument.size()));
@@ -65,7 +63,7 @@ const Keyword* FindKeyword(std::wstring_view argument) {
         return nullptr;
     argument.remove_prefix(1);
     const auto found = std::ranges::find_if(Keywords, [argument](const Keyword& keyword) {
-        return std::ranges::equal(argument, keyword.name, {}, UpperCase);
+        return EqualIgnoringLatinCase(argument, keyword.name);
     });
     return found == Keywords.end() ? nullptr : &*found;
 }

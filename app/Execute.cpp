@@ -2,11 +2,11 @@
 #include "app/ZTInvisible.h"
 
 #include "app/CommandLine.h"
-#include "app/ExchangeFolder.h"
+#include "support/Files.h"
 #include "app/Failure.h"
-#include "app/Paths.h"
+#include "support/Paths.h"
+#include "support/Registry.h"
 #include "app/StatusFiles.h"
-#include "app/TextFile.h"
 
 #include <ctime>
 #include <cwchar>
@@ -22,6 +22,11 @@ CommandLine Parse(int count, wchar_t** arguments) {
     for (int i = 1; i < count; ++i)
         behindProgram.emplace_back(arguments[i]);
     return ParseCommandLine(behindProgram);
+}
+
+// The machine's exchange folder from the registry, empty when there is none.
+std::wstring RegistryExchangePath() {
+    return ReadRegistryText(HKEY_LOCAL_MACHINE, L"Software\\Morvenit\\CMSTC", L"ExchangePath");
 }
 
 // Local time as "hh:mm:ss", 24 hours.
@@ -80,7 +85,7 @@ void CZTInvisible::TakeOver(const CommandLine& line) {
 
 void CZTInvisible::SettleExchangeFolder() {
     if (m_strExchangePath.empty())
-        m_strExchangePath = GetRegistryExchangePath();
+        m_strExchangePath = RegistryExchangePath();
     m_strExchangePath = WithoutTrailingBackslash(m_strExchangePath);
     if (!EnsureFolder(m_strExchangePath, false))
         throw L"Can't create exchange folder";

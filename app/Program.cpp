@@ -1,6 +1,6 @@
 #include "app/Program.h"
 
-#include "app/Console.h"
+#include "support/Output.h"
 #include "app/ZTInvisible.h"
 
 #include <windows.h>

@@ -1,6 +1,6 @@
 #include "app/StatusFiles.h"
 
-#include "app/TextFile.h"
+#include "support/Files.h"
 
 #include <windows.h>
 

@@ -1,9 +1,8 @@
 #include "app/ZTInvisible.h"
 
-#include "app/Console.h"
-#include "app/Format.h"
+#include "support/Output.h"
 #include "app/StatusFiles.h"
-#include "app/TextFile.h"
+#include "support/Files.h"
 #include "project/StatusDispSite.h"
 
 #include <cstdarg>

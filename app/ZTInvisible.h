@@ -7,8 +7,9 @@
 #include "components/contracts/Handlers.h"
 #include "components/contracts/Kernel.h"
 #include "config/AxesPosition.h"
-#include "config/SpecificationClass.h"
+#include "components/SpecificationClass.h"
 #include "framework/WinApp.h"
+#include "support/RunLog.h"
 
 #include <comdef.h>
 #include <wrl/client.h>
@@ -21,7 +22,7 @@ namespace zt {
 class CStatusDispSite;
 struct CommandLine;
 
-class CZTInvisible : public CWinApp {
+class CZTInvisible : public CWinApp, public RunLog {
   public:
     explicit CZTInvisible(RunServices services = {});
     ~CZTInvisible() override;
@@ -31,13 +32,9 @@ class CZTInvisible : public CWinApp {
     // life. Only an exception of a kind that the program never raises on purpose leaves it.
     void Execute(int count, wchar_t** arguments);
 
-    // Appends the formatted text ("%s" is a wide text) to the log file, when the run has one. The
-    // text carries its own line end. A text that cannot be written is dropped.
-    void Log(const wchar_t* format, ...);
-
-    // Reports one failure: to the log and to the content-management client, the "_ERROR" status
-    // file or standard output.
-    void LogError(const wchar_t* message);
+    // RunLog
+    void Log(const wchar_t* format, ...) override;
+    void LogError(const wchar_t* message) override;
 
     // Ends the use of the kernel and of the configuration, in this order, and clears the
     // references.

@@ -28,6 +28,18 @@ if(WIN32)
   target_link_options(zt_windows_settings INTERFACE -static -municode)
 endif()
 
+# zt_precompile(header target ...): compiles the header once, for all the targets, which must be
+# compiled alike.
+function(zt_precompile header first)
+  # The option lets a compiler cache see what a source takes from the precompiled header.
+  target_compile_options(${first} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-fpch-preprocess>)
+  target_precompile_headers(${first} PRIVATE ${header})
+  foreach(target IN LISTS ARGN)
+    target_compile_options(${target} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-fpch-preprocess>)
+    target_precompile_headers(${target} REUSE_FROM ${first})
+  endforeach()
+endfunction()
+
 # zt_measure_coverage(target ...): the targets' code counts what runs; whatever links them writes it
 # to a profile as it ends. Tests and stand-ins are not measured.
 function(zt_measure_coverage)

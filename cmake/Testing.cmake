@@ -17,7 +17,7 @@ function(zt_add_tests)
   # Only the code under test is optimised: the tests' own sources compile in half the time.
   target_compile_options(${arg_NAME} PRIVATE -O0)
   if(WIN32)
-    target_sources(${arg_NAME} PRIVATE ${PROJECT_SOURCE_DIR}/tests/unit/Main.cpp)
+    target_sources(${arg_NAME} PRIVATE ${PROJECT_SOURCE_DIR}/tests/support/Main.cpp)
     target_link_libraries(${arg_NAME} PRIVATE ${arg_LIBRARIES} zt_windows_settings GTest::gmock)
   else()
     target_link_libraries(${arg_NAME} PRIVATE ${arg_LIBRARIES} GTest::gmock_main)

@@ -4,7 +4,7 @@
 
 #include "cms/ActionMessage.h"
 #include "cms/Response.h"
-#include "cms/SettingsNumber.h"
+#include "support/Text.h"
 
 #include <array>
 #include <optional>
@@ -53,14 +53,14 @@ Delivery DeliverNotification(const std::wstring& exchangePath, const wchar_t* ac
     const std::wstring portText = ReadSetting(exchangePath, L"Port", L"");
     if (portText.empty())
         return {};
-    const std::int32_t port = SettingsNumber(portText);
+    const std::int32_t port = LeadingInteger(portText);
     if (port == 0)
         return Fail(L"Can't read port number to connect to CMS client");
     const std::wstring timeout = ReadSetting(exchangePath, L"Timeout", L"600");
     // A time-out without a value turns the messages off.
     if (timeout.empty())
         return {};
-    client().SetTimeout(SettingsNumber(timeout));
+    client().SetTimeout(LeadingInteger(timeout));
     // A number that is no port loses its upper bits.
     return Exchange(client(), static_cast<std::uint16_t>(port), message);
 }

@@ -2,7 +2,7 @@
 
 #include "cms/NotifyContentManager.h"
 
-#include "app/Console.h"
+#include "support/Output.h"
 #include "app/ZTInvisible.h"
 #include "cms/Notification.h"
 

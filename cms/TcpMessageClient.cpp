@@ -1,6 +1,6 @@
 #include "cms/TcpMessageClient.h"
 
-#include "cms/Encoding.h"
+#include "support/Encoding.h"
 #include "cms/Frame.h"
 
 #include <ws2tcpip.h>

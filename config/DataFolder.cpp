@@ -1,6 +1,6 @@
 #include "config/DataFolder.h"
 
-#include "app/RegistryText.h"
+#include "support/Registry.h"
 
 #include <windows.h>
 #include <shlobj.h>

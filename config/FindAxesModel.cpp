@@ -3,7 +3,7 @@
 #include "config/DataFolder.h"
 #include "config/Selection.h"
 #include "config/SpecificationPaths.h"
-#include "config/WideText.h"
+#include "support/Text.h"
 #include "config/XmlDocument.h"
 
 #include <string>

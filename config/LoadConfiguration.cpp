@@ -1,7 +1,7 @@
 #include "config/LoadConfiguration.h"
 
 #include "app/ZTInvisible.h"
-#include "config/FileExistence.h"
+#include "support/Files.h"
 #include "config/XmlDocument.h"
 #include "framework/String.h"
 

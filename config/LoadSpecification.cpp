@@ -2,13 +2,12 @@
 
 #include "app/ZTInvisible.h"
 #include "config/DataFolder.h"
-#include "config/FileExistence.h"
+#include "support/Files.h"
 #include "config/FindAxesModel.h"
-#include "config/IntegerText.h"
+#include "support/Text.h"
 #include "config/SpecificationFiles.h"
 #include "config/SpecificationHandlers.h"
 #include "config/SpecificationPaths.h"
-#include "config/WideText.h"
 
 #include <string>
 
@@ -77,7 +76,7 @@ class SpecificationLoader {
 
     bool CheckVersion(const wchar_t* requiredVersion) {
         const _bstr_t version = m_configuration.SelectSingle(L"version").Text();
-        if (IntegerOf(requiredVersion) <= IntegerOf(version))
+        if (LeadingInteger(requiredVersion) <= LeadingInteger(version))
             return true;
         return Fail(L"Project requires specification version " + WideText(requiredVersion) +
                     L". Current version is " + WideText(version) +
@@ -141,9 +140,9 @@ class SpecificationLoader {
             return;
         FindAxesModel(axis.Text(), m_app.m_bstrAxesModelPath.GetAddress());
         if (const std::optional<_bstr_t> x = axis.Attribute(L"xpos"))
-            m_app.m_axesPosition = WithAxesX(m_app.m_axesPosition, IntegerOf(*x));
+            m_app.m_axesPosition = WithAxesX(m_app.m_axesPosition, LeadingInteger(*x));
         if (const std::optional<_bstr_t> y = axis.Attribute(L"ypos"))
-            m_app.m_axesPosition = WithAxesY(m_app.m_axesPosition, IntegerOf(*y));
+            m_app.m_axesPosition = WithAxesY(m_app.m_axesPosition, LeadingInteger(*y));
     }
 
     CZTInvisible& m_app;

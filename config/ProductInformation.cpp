@@ -1,8 +1,8 @@
 #include "config/ProductInformation.h"
 
-#include "app/RegistryText.h"
+#include "support/Registry.h"
 #include "config/ProductText.h"
-#include "config/WideText.h"
+#include "support/Text.h"
 
 #include <windows.h>
 

@@ -1,10 +1,10 @@
 #include "config/SpecificationFiles.h"
 
 #include "app/ZTInvisible.h"
-#include "config/FileExistence.h"
+#include "support/Files.h"
 #include "config/Selection.h"
 #include "config/SpecificationPaths.h"
-#include "config/WideText.h"
+#include "support/Text.h"
 
 #include <memory>
 #include <string>

@@ -4,7 +4,6 @@
 #include "components/ErrorDescription.h"
 #include "components/Texts.h"
 #include "framework/WaitCursor.h"
-#include "project/ProductSelection.h"
 #include "project/StatusDispSite.h"
 
 namespace zt {
@@ -51,11 +50,9 @@ void LoadSpecificationOfProject(CZTInvisible& app, const PipelineServices& servi
 }
 
 void SelectProduct(CZTInvisible& app) {
-    const auto product = SelectProductFor(static_cast<std::int32_t>(app.m_specificationClass));
-    if (!product)
-        return;
-    KernelAdmin::SelectProduct::Call(app.m_pKernelAdmin.Get(), product->code);
-    app.m_pStatusSite->Product().SetProduct(product->name);
+    const SpecificationClassFacts& facts = FactsOf(app.m_specificationClass);
+    KernelAdmin::SelectProduct::Call(app.m_pKernelAdmin.Get(), facts.productCode);
+    app.m_pStatusSite->Product().SetProduct(facts.productName);
 }
 
 void LoadProject(CZTInvisible& app, CWaitCursor& waitCursor) {

@@ -1,6 +1,6 @@
 #include "publish/ComponentSettings.h"
 
-#include "app/RegistryText.h"
+#include "support/Registry.h"
 #include "project/StatusDispSite.h"
 #include "publish/PropBag.h"
 

@@ -1,7 +1,7 @@
 // A component's settings as a property bag over the registry.
 #pragma once
 
-#include "app/Handles.h"
+#include "support/Handles.h"
 #include "publish/Setting.h"
 
 #include <windows.h>

@@ -2,31 +2,6 @@
 
 namespace zt {
 
-namespace {
-
-constexpr std::int32_t CatalogKind = 0;
-constexpr std::int32_t LearningKind = 2;
-constexpr std::int32_t TextKind = 3;
-constexpr std::int32_t IllustrationKind = 4;
-
-} // namespace
-
-PublishRoute RouteOfKind(std::int32_t kind) {
-    switch (kind) {
-    case CatalogKind:
-    case IllustrationKind:
-        return PublishRoute::Exporter;
-    case TextKind:
-        return PublishRoute::Text;
-    default:
-        return PublishRoute::Viewer;
-    }
-}
-
-bool IsLearningKind(std::int32_t kind) {
-    return kind == LearningKind;
-}
-
 std::wstring PublishedFolder(const std::wstring& exchangePath, const std::wstring& projectName) {
     return exchangePath + L"\\" + projectName;
 }

@@ -1,18 +1,9 @@
-// Where a publication goes, which component makes it and what it is called. No Windows call.
+// Where a publication goes and what it is called. No Windows call.
 #pragma once
 
-#include <cstdint>
 #include <string>
 
 namespace zt {
-
-enum class PublishRoute { Exporter, Text, Viewer };
-
-// By the number of the specification's class; a number that no class has takes the viewer.
-PublishRoute RouteOfKind(std::int32_t kind);
-
-// Only trainings are published for learning.
-bool IsLearningKind(std::int32_t kind);
 
 // Folder of a publication that stays a folder.
 std::wstring PublishedFolder(const std::wstring& exchangePath, const std::wstring& projectName);

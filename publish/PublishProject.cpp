@@ -14,7 +14,7 @@ namespace {
 
 void PublishInto(CZTInvisible& app, const std::wstring& projectName,
                  const std::wstring& destination) {
-    switch (RouteOfKind(static_cast<std::int32_t>(app.m_specificationClass))) {
+    switch (FactsOf(app.m_specificationClass).route) {
     case PublishRoute::Exporter:
         return PublishThroughExporter(app, destination);
     case PublishRoute::Text:

@@ -1,19 +1,12 @@
 #include "publish/Setting.h"
 
+#include "support/Text.h"
+
 #include <algorithm>
 
 namespace zt {
 
 namespace {
-
-wchar_t LowerLatin(wchar_t letter) {
-    return letter >= L'A' && letter <= L'Z' ? static_cast<wchar_t>(letter + (L'a' - L'A')) : letter;
-}
-
-bool EqualsIgnoringCase(std::wstring_view left, std::wstring_view right) {
-    return std::equal(left.begin(), left.end(), right.begin(), right.end(),
-                      [](wchar_t a, wchar_t b) { return LowerLatin(a) == LowerLatin(b); });
-}
 
 bool IsEmptyText(const Setting& value) {
     const std::wstring* const text = std::get_if<std::wstring>(&value);
@@ -23,8 +16,8 @@ bool IsEmptyText(const Setting& value) {
 } // namespace
 
 bool IsExtentName(std::wstring_view propertyName) {
-    return EqualsIgnoringCase(propertyName, L"_ExtentX") ||
-           EqualsIgnoringCase(propertyName, L"_ExtentY");
+    return EqualIgnoringLatinCase(propertyName, L"_ExtentX") ||
+           EqualIgnoringLatinCase(propertyName, L"_ExtentY");
 }
 
 std::uint32_t NumberOfStoredBytes(const std::vector<std::uint8_t>& bytes) {

@@ -21,7 +21,7 @@ void HaveNodesValidated(IDispatch* viewer) {
 }
 
 void Configure(Component3D* component, CZTInvisible& app, IDispatch* viewer) {
-    const bool isLearning = IsLearningKind(static_cast<std::int32_t>(app.m_specificationClass));
+    const bool isLearning = FactsOf(app.m_specificationClass).isLearning;
     Component3D::PutKernel::Call(component, app.m_pKernelAdmin.Get());
     Component3D::PutViewer::Call(component, viewer);
     Component3D::PutResourceTag::Call(component, Borrow(MakeText(L"#res#")));

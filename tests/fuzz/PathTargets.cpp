@@ -1,5 +1,5 @@
 #include "app/CommandLine.h"
-#include "app/Paths.h"
+#include "support/Paths.h"
 #include "config/SpecificationPaths.h"
 #include "project/DocumentLocation.h"
 #include "publish/ArchiveNames.h"

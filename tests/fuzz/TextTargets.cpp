@@ -1,8 +1,6 @@
-#include "app/RuntimeText.h"
-#include "config/IntegerText.h"
+#include "support/Text.h"
 #include "config/ProductText.h"
 #include "config/Selection.h"
-#include "cms/SettingsNumber.h"
 
 #include "tests/fuzz/Targets.h"
 
@@ -63,13 +61,13 @@ void FuzzRuntimeText(Bytes input) {
 
 void FuzzNumber(Bytes input) {
     const std::wstring text = WideTextOf(input);
-    Require(SettingsNumber(text) == NumberAtBegin(text), "a setting is the number at its begin");
+    Require(LeadingInteger(text) == NumberAtBegin(text), "a setting is the number at its begin");
     const std::wstring_view upToZero = text.c_str();
     if (std::ranges::all_of(upToZero, [](wchar_t unit) { return unit < 0x80; }))
-        Require(IntegerOf(text.c_str()) == NumberAtBegin(upToZero),
+        Require(LeadingInteger(text.c_str()) == NumberAtBegin(upToZero),
                 "an element is the number at its begin");
     else
-        IntegerOf(text.c_str());
+        LeadingInteger(text.c_str());
 }
 
 void FuzzVersion(Bytes input) {

@@ -2,7 +2,7 @@
 
 #include "Program.h"
 
-#include "cms/Encoding.h"
+#include "support/Encoding.h"
 
 #include <stdexcept>
 

@@ -1,5 +1,5 @@
 // The kernel's and the administration's stand-ins, as the program calls them.
-#include "tests/unit/Isolation.h"
+#include "tests/support/Isolation.h"
 #include "tests/unit/installation/Automation.h"
 #include "tests/unit/installation/Kit.h"
 

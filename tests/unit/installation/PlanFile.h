@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tests/unit/Isolation.h"
+#include "tests/support/Isolation.h"
 
 #include <fstream>
 #include <memory>

@@ -1,5 +1,5 @@
 // The settings of the publishing stand-ins, saved and loaded through a property bag.
-#include "tests/unit/Isolation.h"
+#include "tests/support/Isolation.h"
 #include "tests/unit/installation/Kit.h"
 
 #include "components/ComponentIds.h"

@@ -1,6 +1,6 @@
 // The publishing components' stand-ins, as far as the program's runs do not show them: the archive
 // component with many and odd files, and the settings with which an installation starts.
-#include "tests/unit/Isolation.h"
+#include "tests/support/Isolation.h"
 #include "tests/unit/installation/Kit.h"
 
 #include "components/ComponentIds.h"

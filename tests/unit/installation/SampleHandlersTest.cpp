@@ -1,4 +1,4 @@
-#include "tests/unit/Isolation.h"
+#include "tests/support/Isolation.h"
 #include "tests/unit/installation/Automation.h"
 #include "tests/unit/installation/Kit.h"
 #include "tests/unit/installation/TraceCapture.h"

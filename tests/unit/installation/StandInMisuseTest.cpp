@@ -6,7 +6,7 @@
 #include "tests/unit/installation/TraceCapture.h"
 
 #include "installation/runtime/Faults.h"
-#include "tests/unit/Isolation.h"
+#include "tests/support/Isolation.h"
 
 #include <gmock/gmock.h>
 

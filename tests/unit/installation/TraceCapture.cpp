@@ -1,6 +1,6 @@
 #include "tests/unit/installation/TraceCapture.h"
 
-#include "tests/unit/Isolation.h"
+#include "tests/support/Isolation.h"
 
 #include <fstream>
 #include <iterator>

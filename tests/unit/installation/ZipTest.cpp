@@ -1,4 +1,4 @@
-#include "tests/unit/Isolation.h"
+#include "tests/support/Isolation.h"
 
 #include "installation/zip/Zip.h"
 

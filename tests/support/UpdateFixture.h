@@ -1,0 +1,99 @@
+// A project, a kernel and an editor control for the tests of the document update: with a document
+// that was changed and not saved.
+#pragma once
+
+#include "app/ZTInvisible.h"
+#include "framework/Adopt.h"
+#include "project/UpdateProjectDocument.h"
+#include "tests/support/FakeAutomation.h"
+#include "tests/support/FakeKernel.h"
+#include "tests/support/Isolation.h"
+#include "tests/support/TestClasses.h"
+#include "tests/support/TestControl.h"
+
+#include <gmock/gmock.h>
+
+#include <comdef.h>
+
+#include <fstream>
+#include <iterator>
+#include <optional>
+#include <string>
+
+namespace zt::test {
+
+class DocumentUpdate : public testing::Test {
+  protected:
+    DocumentUpdate() {
+        AfxEnableControlContainer();
+        ControlRecord::Reset();
+        m_app.m_strLogFile = m_folder.Path(L"run.log");
+        m_app.m_pKernelProject = m_project.Get();
+        m_app.m_pKernelAdmin = m_admin.Get();
+        m_app.m_bstrDocumentHandler = L"handler.xsl";
+        m_project.On<KernelProject::GetDocumentName>([this](BSTR* name) {
+            *name = SysAllocString(m_documentName.c_str());
+            return S_OK;
+        });
+        m_control.Returns(L"Kernel", DISPATCH_PROPERTYPUTREF, S_OK);
+        m_control.Reads(L"cmdHasDocument", _variant_t(true));
+        m_control.Reads(L"cmdSave", _variant_t(true));
+        m_control.Returns(L"cmdSave", DISPATCH_PROPERTYPUT, S_OK);
+        m_control.Reads(L"XMED", _variant_t(&m_editor));
+        m_editor.Reads(L"Document", _variant_t(&m_document));
+        m_document.Reads(L"Host", _variant_t(&m_host));
+        m_host.Returns(L"Run", DISPATCH_METHOD, S_OK);
+        m_traits.automation = &m_control;
+    }
+    ~DocumentUpdate() override {
+        m_traits.automation.Reset();
+        EXPECT_EQ(ControlRecord::Get().living, 0);
+        EXPECT_EQ(CountWindows(), m_windowsBefore);
+    }
+
+    // Runs the update. A failure's text is left in m_failure.
+    bool Update() {
+        const ComPtr<IClassFactory> factory = MakeTestControlFactory(m_traits);
+        const TestClass controlClass(L"KV.XMedCtrl.1",
+                                     [&](IUnknown* outer, REFIID iid, void** object) {
+                                         return factory->CreateInstance(outer, iid, object);
+                                     });
+        try {
+            return UpdateProjectDocument(m_app);
+        } catch (const wchar_t* text) {
+            m_failure = text;
+            return false;
+        }
+    }
+
+    // The log's bytes.
+    std::string Log() const {
+        std::ifstream stream(std::filesystem::path(m_app.m_strLogFile), std::ios::binary);
+        return {std::istreambuf_iterator<char>(stream), {}};
+    }
+
+    // The calls on the project and on the editor's objects, without those of hosting.
+    CallList Calls() const {
+        CallList calls;
+        for (const std::string& call : m_calls)
+            if (call.find('.') != std::string::npos)
+                calls.push_back(call);
+        return calls;
+    }
+
+    int m_windowsBefore = CountWindows();
+    CallList& m_calls = ControlRecord::Get().calls;
+    std::wstring m_documentName = L"Manual.xml";
+    TemporaryFolder m_folder;
+    FakeObject<KernelProject> m_project{m_calls, "project"};
+    FakeObject<KernelAdmin> m_admin{m_calls, "admin"};
+    FakeAutomation m_host{m_calls, "host"};
+    FakeAutomation m_document{m_calls, "document"};
+    FakeAutomation m_editor{m_calls, "editor"};
+    FakeAutomation m_control{m_calls, "control"};
+    ControlTraits m_traits;
+    CZTInvisible m_app;
+    std::optional<std::wstring> m_failure;
+};
+
+} // namespace zt::test
