@@ -2,13 +2,12 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cwctype>
 #include <limits>
 
 namespace zt {
 
 namespace {
-
-constexpr std::wstring_view WhiteSpace = L" \t\n\v\f\r";
 
 constexpr wchar_t LowerLatin(wchar_t character) {
     const bool isCapital = character >= L'A' && character <= L'Z';
@@ -32,7 +31,8 @@ bool EqualIgnoringLatinCase(std::wstring_view left, std::wstring_view right) {
 
 std::int32_t LeadingInteger(std::wstring_view text) {
     using Limits = std::numeric_limits<std::int32_t>;
-    text.remove_prefix(std::min(text.find_first_not_of(WhiteSpace), text.size()));
+    while (!text.empty() && std::iswspace(static_cast<std::wint_t>(text.front())) != 0)
+        text.remove_prefix(1);
     const bool isNegative = text.starts_with(L'-');
     if (isNegative || text.starts_with(L'+'))
         text.remove_prefix(1);

@@ -16,8 +16,9 @@ inline std::wstring WideText(const wchar_t* text) {
 bool EqualIgnoringLatinCase(std::wstring_view left, std::wstring_view right);
 
 // The decimal number that the text begins with, as the platform's runtime reads one (_wtoi, _wtol):
-// leading white space and one sign are accepted, reading stops at the first character that is no
-// digit 0 to 9. 0 without a digit; a number out of range is the nearest one in range.
+// leading white space (as the runtime knows it) and one sign are accepted, reading stops at the
+// first character that is no digit 0 to 9. 0 without a digit; a number out of range is the nearest
+// one in range.
 std::int32_t LeadingInteger(std::wstring_view text);
 
 // The same; null is the empty text.
