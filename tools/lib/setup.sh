@@ -33,6 +33,8 @@ zt_test_packages() {
 /usr/bin/clang++ clang
 /usr/bin/cppcheck cppcheck
 /usr/bin/ccache ccache
+/usr/bin/chromium chromium
+/usr/lib/python3/dist-packages/PIL python3-pil
 LIST
 }
 
