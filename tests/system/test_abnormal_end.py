@@ -5,7 +5,7 @@ from __future__ import annotations
 
 import pytest
 
-from harness.client import ContentManager
+from harness.cms import Peer
 from harness.job import PROCESSING, SPECIFICATION
 
 ACTIONS = ("-META", "Title", "x")
@@ -27,7 +27,7 @@ def test_exception_of_no_known_kind_ends_the_process_at_once_without_a_word(job)
 
 
 def test_exception_of_no_known_kind_is_not_reported_to_the_client(job):
-    with ContentManager() as client:
+    with Peer() as client:
         settings = job.sandbox.path("exchange", "cms.ini")
         settings.write_text(client.settings())
         job("-S", *ACTIONS, faults=UNKNOWN, exit_code=3)

@@ -146,21 +146,6 @@ def test_value_is_converted_to_the_type_that_the_component_asks_for(settings, na
     assert settings.user(name, stored).shown()[name] == shown
 
 
-@pytest.mark.parametrize("type, data, shown", [
-    (registry.REG_SZ, "unterminated".encode("utf-16-le"), "unterminated"),
-    (registry.REG_SZ, "odd".encode("utf-16-le") + b"x", "odd"),
-    (registry.REG_SZ, "cut\0off\0".encode("utf-16-le"), "cut"),
-    (registry.REG_SZ, b"", ""),
-    (registry.REG_SZ, "\u65e5\u672c \u00e4 \u20ac\0".encode("utf-16-le"),
-     "\u65e5\u672c \u00e4 \u20ac"),
-    (registry.REG_EXPAND_SZ, "%TEMP%\0".encode("utf-16-le"), "%TEMP%"),
-    (registry.REG_MULTI_SZ, "one\0two\0\0".encode("utf-16-le"), "one"),
-    (registry.REG_BINARY, "binary".encode("utf-16-le"), "binary")])
-def test_stored_bytes_of_every_type_are_read_as_a_text(settings, type, data, shown):
-    settings.publish.sandbox.set_registry(registry.Value(USER, "Footer", type, data, "HKCU"))
-    assert settings.shown()["Footer"] == shown
-
-
 # ---- settings show ----
 
 def test_documents_are_left_out_where_a_setting_says_so(settings):

@@ -7,7 +7,7 @@ from contextlib import ExitStack
 from dataclasses import dataclass
 from pathlib import Path
 
-from harness.client import ContentManager
+from harness.cms import Peer
 from harness.machine import this_machine
 from harness.process import Run, Starter
 from harness.sandbox import DEVSETUP, PROGRAM, Sandbox
@@ -110,7 +110,7 @@ class Bench:
                      more: list[str] = ()) -> Result:
         """more: what the command line has besides; a later "-LOG" takes the place of the first."""
         with ExitStack() as stack:
-            client = stack.enter_context(ContentManager()) if shape.notify else None
+            client = stack.enter_context(Peer()) if shape.notify else None
             if client is not None:
                 self.box.path("exchange", "cms.ini").write_text(client.settings())
             run = self.box.run(*self.arguments(shape), *more, program=str(PROGRAM),
