@@ -14,7 +14,7 @@ program is held to, so a run that disagrees is looked into and the table is not 
 Every rule can say besides
     other     the text that ends the run where the call succeeds and gives another value than in an
               undisturbed run; {value} is that value
-    zero      the same where it gives the number 0
+    zero      the same where it gives the number 0, or an empty VARIANT
     may       the calls that may be missing or come in addition once the call was disturbed, as
               patterns; all others must be those of an undisturbed run, in the same order
     then      the calls that may still come behind a failure that ends the run
@@ -223,7 +223,7 @@ RULES: dict[str, Rule] = {
     "KernelProject.Rename": Ignored("only a rename that took place is logged and saved", may=_SAVE),
     "SampleEdit.CreateInstance": Checked("Can't create edit handler: {progid}", nothing=True),
     "SampleEdit.GetIDsOfNames": Checked("EDIT method not found: {method}", zero=_EDIT_FAILED),
-    "SampleEdit.Touch": Described(_EDIT_FAILED),
+    "SampleEdit.Touch": Described(_EDIT_FAILED, zero=_EDIT_FAILED),
     "KernelProject.AttachDocument": Checked("Error attaching document: {path}"),
     # ---- document update ----
     "KernelProject.GetDocumentName": _GENERATED,
@@ -328,17 +328,22 @@ ENDED_BY = {
 }
 
 # How a line of the log begins, the calls of which one has earned it, and what that call must have
-# come to: "begun", "returned", "succeeded", or a result.
+# come to: "begun", "returned", "succeeded", or a result. A call that ends the run earns none.
 LINES = {
     "Specification '": (("KernelProject.PutLanguage",), "begun"),
     "Project loaded by ": (("KernelProject.Load",), "succeeded"),
     "Value of metadata '": (("MetadataItem.SetValue",), "S_OK"),
     "Project name changed to '": (("KernelProject.Rename",), "S_OK"),
-    "Edit handler (ProgID: '": (("SampleEdit.Touch",), "succeeded with a value"),
+    "Edit handler (ProgID: '": (("SampleEdit.Touch",), "succeeded"),
     "Updating document '": (("EditorControl.CreateInstance",), "begun"),
     "Document in the project was updated": (("EditorControl.PutCmdSave",), "succeeded"),
     "New revision of the project started": (("KernelProject.StartNewRevision",), "returned"),
     "Project saved to KVP file": (("Archive.AddProject",), "succeeded"),
     "Project published successfully": (
         ("Exporter.Export", "Component3D.PublishView", "Component3D.PublishText"), "succeeded"),
+    "KVB file created sucessfully": (("ArchiveComponent.Close",), "returned"),
 }
+
+# A document update that does not fail ends with exactly one of these lines.
+UPDATED = ("Document in the project was updated", "Document is up-to-date and has not been modified",
+           "Failed to generate document")

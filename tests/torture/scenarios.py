@@ -1,4 +1,4 @@
-"""The command lines that are tortured, each with the project that it works on."""
+"""The command lines that are run, each with the project that it works on."""
 
 from __future__ import annotations
 
@@ -8,12 +8,10 @@ from harness.documents import MARKED
 from harness.projects import Project
 
 VERSIONS = {"Catalog": "2", "Manual": "3", "Learning": "1", "Text": "1", "Illustrator": "1"}
-CLASSES = {"Catalog": "IPC", "Manual": "PROC", "Learning": "TRNG", "Text": "TEXT",
-           "Illustrator": "ILLUS"}
 
 
 @dataclass(frozen=True)
-class Shape:
+class Scenario:
     name: str
     actions: tuple[str, ...]
     specification: str = "Manual"
@@ -33,8 +31,9 @@ class Shape:
         return VERSIONS[self.specification]
 
     @property
-    def kind(self) -> str:
-        return CLASSES[self.specification]
+    def has_backup(self) -> bool:
+        """Whether its specification has reference tables, and so a backup of them."""
+        return self.specification in ("Catalog", "Illustrator")
 
     def make_project(self) -> Project:
         return Project(specification=self.specification, version=self.version,
@@ -48,21 +47,21 @@ _TITLE = (("Title", "Boiler pump", True),)
 _META = ("-META", "Title", "Boiler pump")
 
 
-def _published(name: str, specification: str, package: bool = False) -> Shape:
-    return Shape(name, ("-KVB" if package else "-PUB",), specification, publish=True,
+def _published(name: str, specification: str, package: bool = False) -> Scenario:
+    return Scenario(name, ("-KVB" if package else "-PUB",), specification, publish=True,
                  package=package)
 
 
-SHAPES = [
-    Shape("metadata", (*_META, "-ADDMETA", "Author", "Me", "-ADDMETA", "Status", "final"),
+SCENARIOS = [
+    Scenario("metadata", (*_META, "-ADDMETA", "Author", "Me", "-ADDMETA", "Status", "final"),
           metadata=(("Author", "Me", False), ("Status", "final", False), *_TITLE)),
-    Shape("rename", ("-PROJECTNAME", "Two"), new_name="Two"),
-    Shape("edit", ("-EDIT", "KVDev.SampleEdit", "Touch"), edit=("KVDev.SampleEdit", "Touch")),
-    Shape("document", ("-DM", "New.xml"), document="New.xml"),
-    Shape("update", ("-UPDATEDOC", *_META), metadata=_TITLE, update=True, project=_DOCUMENT),
-    Shape("generate", ("-UPDATEDOC", *_META), metadata=_TITLE, update=True,
+    Scenario("rename", ("-PROJECTNAME", "Two"), new_name="Two"),
+    Scenario("edit", ("-EDIT", "KVDev.SampleEdit", "Touch"), edit=("KVDev.SampleEdit", "Touch")),
+    Scenario("document", ("-DM", "New.xml"), document="New.xml"),
+    Scenario("update", ("-UPDATEDOC", *_META), metadata=_TITLE, update=True, project=_DOCUMENT),
+    Scenario("generate", ("-UPDATEDOC", *_META), metadata=_TITLE, update=True,
           project={"documents": {}, "main": ""}),
-    Shape("revision", ("-UPDATEDOC", "-NR", *_META), metadata=_TITLE, update=True, revision=True,
+    Scenario("revision", ("-UPDATEDOC", "-NR", *_META), metadata=_TITLE, update=True, revision=True,
           project=_DOCUMENT),
     _published("publish-ipc", "Catalog"),
     _published("publish-proc", "Manual"),
@@ -72,12 +71,12 @@ SHAPES = [
     _published("package-ipc", "Catalog", package=True),
     _published("package-text", "Text", package=True),
     _published("package-trng", "Learning", package=True),
-    Shape("notify", ("-S", *_META), metadata=_TITLE, notify=True),
-    Shape("notify-package", ("-S", "-KVB", *_META), "Catalog", metadata=_TITLE, publish=True,
+    Scenario("notify", ("-S", *_META), metadata=_TITLE, notify=True),
+    Scenario("notify-package", ("-S", "-KVB", *_META), "Catalog", metadata=_TITLE, publish=True,
           package=True, notify=True),
-    Shape("everything", ("-S", "-KVB", "-NR", "-UPDATEDOC", "-PROJECTNAME", "Two", "-DM",
+    Scenario("everything", ("-S", "-KVB", "-NR", "-UPDATEDOC", "-PROJECTNAME", "Two", "-DM",
                          "New.xml", "-EDIT", "KVDev.SampleEdit", "Touch", *_META), "Manual",
           metadata=_TITLE, new_name="Two", edit=("KVDev.SampleEdit", "Touch"), document="New.xml",
           update=True, revision=True, publish=True, package=True, notify=True, project=_DOCUMENT),
 ]
-BY_NAME = {shape.name: shape for shape in SHAPES}
+BY_NAME = {scenario.name: scenario for scenario in SCENARIOS}

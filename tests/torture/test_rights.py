@@ -14,7 +14,7 @@ import pytest
 from harness.job import LOADED, PROCESSING, SAVED, SPECIFICATION
 from harness.machine import WineMachine
 from torture.bench import Bench
-from torture.shapes import BY_NAME
+from torture.scenarios import BY_NAME
 from torture.test_files import DONE, METADATA, RENAMED, log_of, start, status
 
 pytestmark = pytest.mark.skipif(sys.platform == "win32", reason="Windows has access lists instead")
@@ -115,10 +115,10 @@ def test_archive_that_may_not_be_read_lists_no_project(bound):
 def test_temporary_folder_that_may_not_be_written_fails_the_publication(bound):
     # Wine names a file that it could not make there; Windows names none, and the package's folder
     # is another one then.
-    shape = BY_NAME["package-ipc"]
-    before = start(bound, shape)
+    scenario = BY_NAME["package-ipc"]
+    before = start(bound, scenario)
     with read_only(bound.box.path("temp")):
-        result = bound.run_as_it_is(shape, "", 0, before)
+        result = bound.run_as_it_is(scenario, "", 0, before)
     opened = PROCESSING + b"Specification 'Catalog', v.2 loaded\r\n" + LOADED
     assert log_of(result).startswith(
         opened + b"ERROR: ERROR publishing project: The publication cannot be written: ")
