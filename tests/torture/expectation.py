@@ -170,6 +170,8 @@ class Expectation:
         wanted = [identity(call) for call in self.clean if not matches(call, self.may)]
         if self.failure or self.died:
             wanted = wanted[:len(had)]
+        if self.died and wanted and had:  # the trace has no arguments of a call that never returned
+            had[-1], wanted[-1] = had[-1].split(" ")[0], wanted[-1].split(" ")[0]
         if had != wanted:
             at = next((i for i, pair in enumerate(zip(had, wanted)) if pair[0] != pair[1]),
                       min(len(had), len(wanted)))
