@@ -66,7 +66,7 @@ def test_successful_run_is_the_same_with_a_peer_that(link, name):
 
 
 @pytest.mark.parametrize("name", ["never answers", "flood", "closes at once"])
-def test_failing_run_tells_all_three_messages_whatever_the_peer_does(link, name):
+def test_failing_run_sends_all_three_messages_whatever_the_peer_does(link, name):
     answers, expected = MISBEHAVING[name]
     with Peer(*answers) as peer:
         expect_the_run_as_without_client(link, link.failure, peer, expected, messages=3)
@@ -78,7 +78,7 @@ def test_run_is_the_same_when_the_peer_resets_in_mid_answer(link):
     with Peer(cms.reset_after(OK[:5])) as peer:
         link.port(peer.port, TIMEOUT_SECONDS)
         run = link.success()
-    # Whether the first bytes or the reset are seen first is the platform's affair.
+    # Whether the first bytes or the reset are seen first depends on the platform.
     one = (INVALID_FRAME, RECEIVE_ERROR + b"Error receiving data. Error code: 10054")
     assert run.stdout in [first + second for first in one for second in one]
     assert sorted(link.traces()) == ["job_DONE", "run.log"]

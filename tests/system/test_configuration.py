@@ -30,7 +30,7 @@ def path_of(job) -> bytes:
     return job.sandbox.windows(*FILE).encode()
 
 
-def test_missing_file_is_told_with_its_path(job):
+def test_missing_file_is_reported_with_its_path(job):
     job.sandbox.path(*FILE).unlink()
     job(*ACTIONS)
     job.check_failed(b"Configuration file does not exist: " + path_of(job), PROCESSING)
@@ -39,7 +39,7 @@ def test_missing_file_is_told_with_its_path(job):
 @pytest.mark.parametrize("content", [b"", b"no xml", b"<configuration>", b"\0\0\0\0",
                                      b"<a/>" * 2, b"<?xml version='1.0' encoding='nothing'?><a/>"],
                          ids=["empty", "text", "open", "zeros", "two roots", "unknown encoding"])
-def test_file_that_is_no_xml_is_told_with_its_path(job, content):
+def test_file_that_is_no_xml_is_reported_with_its_path(job, content):
     job.sandbox.path(*FILE).write_bytes(content)
     job(*ACTIONS)
     job.check_failed(b"Invalid configuration file format: " + path_of(job), PROCESSING)
@@ -61,6 +61,6 @@ def test_path_that_the_registry_holds_wrongly_is_of_no_file(job):
     job.check_failed(b"Configuration file does not exist: ", PROCESSING)
 
 
-def test_missing_xml_parser_is_told_as_a_configuration_that_is_not_loaded(without_parser):
+def test_missing_xml_parser_is_reported_as_a_configuration_that_is_not_loaded(without_parser):
     without_parser(*ACTIONS)
     without_parser.check_failed(b"Couldn't load configuration", PROCESSING)

@@ -158,7 +158,7 @@ def test_control_that_refuses_what_is_not_needed_is_used_all_the_same(update, fa
     update.check_control_is_gone()
 
 
-def test_control_that_hands_over_nothing_to_be_run_is_used_all_the_same(update):
+def test_control_that_gives_nothing_to_be_run_is_used_all_the_same(update):
     # Asked for before: itself, its place as an object, its state in a stream.
     update(faults="EditorControl.QueryInterface 4 null")
     assert update.log_of_update.startswith(UPDATING + UPDATED)

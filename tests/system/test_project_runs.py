@@ -6,7 +6,7 @@ from harness.job import OPENED, SAVED, SUCCEEDED
 from harness.logs import started, without_times
 
 
-def test_typical_run_tells_every_step_behind_the_echo_of_its_command_line(job):
+def test_typical_run_logs_every_step_behind_the_echo_of_its_command_line(job):
     job.sandbox.path("exchange", "Note.xml").write_bytes(b"<document/>")
     actions = ("-META", "Title", "T", "-PROJECTNAME", "Pump2", "-EDIT", "KVDev.SampleEdit", "Touch",
                "-DM", "Note.xml", "-NR")

@@ -1,4 +1,4 @@
-"""-PUB: which component publishes a project, what it is told in which order, and what comes out."""
+"""-PUB: which component publishes a project, and what comes out."""
 
 from __future__ import annotations
 
@@ -185,7 +185,7 @@ def test_project_without_nodes_refers_to_nothing(publish):
 
 # ---- the typical run ----
 
-def test_typical_run_publishes_and_tells_the_client(publish):
+def test_typical_run_publishes_and_reports_to_the_client(publish):
     with Peer() as client:
         publish.sandbox.path("exchange", "cms.ini").write_bytes(client.settings().encode())
         publish("-S", "-META", "Title", "T")

@@ -12,20 +12,20 @@ from harness.specification import ACTIONS, STORE, TITLE, check_two
 
 # ---- finding it ----
 
-def test_missing_description_file_is_told_with_its_path(own):
+def test_missing_description_file_is_reported_with_its_path(own):
     own.process()
     check_two(own.job, b"Specification cfg-file does not exist: " + own.windows_file, PROCESSING)
 
 
 @pytest.mark.parametrize("content", ["", "no xml", "<configuration>", "<other/>"],
                          ids=["empty", "text", "not well-formed", "without a configuration"])
-def test_description_file_without_a_configuration_is_told_with_its_path(own, content):
+def test_description_file_without_a_configuration_is_reported_with_its_path(own, content):
     own.describe(content)
     own.process()
     check_two(own.job, b"Invalid specification cfg-file format: " + own.windows_file, PROCESSING)
 
 
-def test_description_file_that_is_a_folder_is_told_with_its_path(own):
+def test_description_file_that_is_a_folder_is_reported_with_its_path(own):
     own.file.mkdir()
     own.process()
     check_two(own.job, b"Invalid specification cfg-file format: " + own.windows_file, PROCESSING)
@@ -42,7 +42,7 @@ def test_specification_named_by_hostile_characters_is_not_found(job):
 
 @pytest.mark.parametrize("required, current", [
     ("10", "9"), ("3", "2"), ("1", ""), ("7x", "6"), (" 2", "1"), ("1", "none")])
-def test_requirement_above_the_installed_version_is_told(own, required, current):
+def test_requirement_above_the_installed_version_is_reported(own, required, current):
     own.of_class("TEXT", version=current)
     own.process(version=required)
     check_two(own.job, b"Project requires specification version " + required.encode()
@@ -73,7 +73,7 @@ def test_configuration_is_chosen_by_the_projects_language(own, content, language
     assert product(own.job) == [code]
 
 
-def test_language_without_a_configuration_below_another_root_is_told(own):
+def test_language_without_a_configuration_below_another_root_is_reported(own):
     own.describe(TWO)
     own.process(language="fr")
     check_two(own.job, b"Invalid specification cfg-file format: " + own.windows_file, PROCESSING)

@@ -29,7 +29,7 @@ def check_goes_on(own, text: bytes) -> None:
     ("Types.xml", b"Couldn't load library of types."),
     ("Metadata.xml", b"")])
 @pytest.mark.parametrize("content", ["<open>", None], ids=["damaged", "missing"])
-def test_library_that_does_not_load_is_told_and_the_run_goes_on(own, file, text, content):
+def test_library_that_does_not_load_is_reported_and_the_run_goes_on(own, file, text, content):
     own.of_class("PROC")
     if content is None:
         (own.folder / file).unlink()
@@ -68,7 +68,7 @@ def test_handlers_are_registered_created_and_given_the_kernel_before_the_tables(
 
 
 @pytest.mark.parametrize("content", [None, b"", b"no library"], ids=["missing", "empty", "text"])
-def test_handler_library_that_cannot_be_loaded_is_passed_over(unregistered, content):
+def test_handler_library_that_cannot_be_loaded_is_ignored(unregistered, content):
     library = unregistered.folder / "zt-handlers.dll"
     library.unlink() if content is None else library.write_bytes(content)
     unregistered.of_class("ILLUS", KERNEL_HANDLERS).process()

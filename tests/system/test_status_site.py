@@ -38,7 +38,7 @@ def test_kernel_finds_its_display_as_a_service_of_the_site(job):
     assert "program QueryService (IOKStatusDisplay) -> S_OK" in job.run.trace
 
 
-def test_kernel_is_told_the_product_of_the_installed_executable(job):
+def test_kernel_gets_the_product_of_the_installed_executable(job):
     job("-META", "Title", "x")
     assert 'program GetProductName () -> S_OK, "Zeltor Development Installation"' in job.run.trace
     assert ('program GetProductVersion () -> S_OK, "1, 4, 0, 0", "1.4.0.12"'

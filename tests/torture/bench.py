@@ -45,7 +45,7 @@ class Paths:
 
 
 class Bench:
-    """Use it in a with statement. worker tells benches apart that run at the same time."""
+    """Use it in a with statement. worker keeps benches apart that run at the same time."""
 
     def __init__(self, worker: str, machine=None):
         self.machine = machine or this_machine(f"torture-{worker}")

@@ -93,7 +93,7 @@ _OBJECTS = ("Component3D.Execute", "KernelProject.GetNodeTree", "NodeTree.*", "N
             "ProjectNode.*", "ReferencedObject.*")
 _PLACE = "{00000113-0000-0000-C000-000000000046}"  # an object that is active in its place
 
-_SETTER = Ignored("a setting that is not taken is the component's own affair", may=_FILES)
+_SETTER = Ignored("a setting that is not taken is the component's own business", may=_FILES)
 _TEARDOWN = Ignored("what is torn down cannot be torn down better")
 _FOLDER = Ignored("the loading of the file reports", may=_LOADED_LATER)
 _TREE = Ignored("what cannot be reached is not announced", may=_OBJECTS + _FILES)
@@ -204,7 +204,7 @@ RULES: dict[str, Rule] = {
                                        may=("SampleExport.Get*",)),
     "KernelAdmin.LoadMetadata": Ignored("the specification may have none"),
     "KernelProject.PutLanguage": Ignored("the project keeps the language it has"),
-    "KernelAdmin.SelectProduct": Ignored("the kernel's own affair"),
+    "KernelAdmin.SelectProduct": Ignored("the kernel's own business"),
     "KernelProject.Load": Described("ERROR loading project: "),
     # ---- metadata, rename, edit handler, document ----
     "KernelProject.GetMetadata": Ignored(

@@ -58,7 +58,7 @@ def test_log_that_may_not_be_written_cannot_be_created(bound):
     assert result.exchange == {"Pump.kvp": before, "job_ERROR": b"Can't create log file."}
 
 
-def test_log_folder_that_may_not_be_made_is_told(bound):
+def test_log_folder_that_may_not_be_made_is_reported(bound):
     before = start(bound, METADATA)
     log = ["-LOG", bound.box.windows("work", "new", "run.log")]
     with read_only(bound.box.path("work")):
@@ -84,7 +84,7 @@ def test_failure_that_its_file_may_not_take_stands_in_the_log_alone(bound):
     assert result.exchange == {"Pump.kvp": before, "job_ERROR": b"old"}
 
 
-def test_exchange_folder_that_may_not_be_made_is_told(bound):
+def test_exchange_folder_that_may_not_be_made_is_reported(bound):
     before = start(bound, METADATA)
     project = ["-IN", bound.box.windows("work", "new", "Pump.kvp")]
     with read_only(bound.box.path("work")):

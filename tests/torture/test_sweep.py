@@ -12,7 +12,7 @@ from torture import sweep
 
 @pytest.fixture
 def swept(monkeypatch, capsys):
-    """Sweeps tasks that are performed as told; gives exit code and output."""
+    """Sweeps tasks that are performed by a function; gives exit code and output."""
     def run(tasks, perform, wanted=("",)):
         monkeypatch.setattr(sweep, "Bench", nullcontext)
         monkeypatch.setattr(sweep, "first_tasks", lambda: tasks)
