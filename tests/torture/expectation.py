@@ -8,8 +8,8 @@ from collections import Counter
 from fnmatch import fnmatchcase
 
 from .calls import Call
-from .rules import (ENDED_BY, FAMILY_BITS, LINES, OBJECT, RULES, SYSTEM_TEXTS, TEARDOWN, Checked,
-                    Described, Follows, Raises, Reported, Rule)
+from .rule import Checked, Described, Follows, Raises, Reported, Rule
+from .rules import ENDED_BY, FAMILY_BITS, LINES, OBJECT, RULES, SYSTEM_TEXTS, TEARDOWN
 from .scenarios import Scenario
 
 ANY = object()  # stands for a description that only the component knows
