@@ -10,8 +10,8 @@ import tree
 
 DOCUMENT = tree.ROOT / "docs" / "messages.md"
 
-# Literals that look like a message and are none: keywords of the command line, names of classes, words
-# of the client's answers and settings, names in other programs, characters to be skipped.
+# Literals that look like a message and are none: keywords of the command line, names of classes,
+# words of the client's answers and settings, names in other programs, characters to be skipped.
 NO_MESSAGES = {
     "EXCHANGEPATH", "LOG", "KVB", "PUB", "EDIT", "META", "ADDMETA", "PROJECTNAME", "UPDATEDOC",
     "IPC", "PROC", "TRNG", "TEXT", "ILLUS", "TOOL_RESPONSE_MESSAGE", "ERROR", "CMS", "KVE", "XMED",
@@ -58,7 +58,8 @@ def parts_of_document(document: str) -> set[str]:
 
 
 def test_document_has_every_message_of_the_program_and_no_other():
-    program, document = parts_of_program(program_literals()), parts_of_document(DOCUMENT.read_text())
+    program = parts_of_program(program_literals())
+    document = parts_of_document(DOCUMENT.read_text())
     assert sorted(program - document) == [], "docs/messages.md lacks these"
     assert sorted(document - program) == [], "no source has these"
 

@@ -1,5 +1,5 @@
-"""Components that refuse, return nothing or return what nobody asked for: the run ends with the text
-of the step."""
+"""Components that refuse, return nothing or return what nobody asked for: the run ends with the
+text of the step."""
 
 from __future__ import annotations
 

@@ -17,7 +17,8 @@ _STARTED = re.compile(rb"ZeltorAuthorInvisible started at <time> with command li
 _PUBLISHING = ("Exporter.Export", "Component3D.PublishView", "Component3D.PublishText")
 
 
-def problems(expected: Expectation, result: Result, clean_log: list[str] | None = None) -> list[str]:
+def problems(expected: Expectation, result: Result,
+             clean_log: list[str] | None = None) -> list[str]:
     """clean_log: the lines of an undisturbed run; None where this is one."""
     found = [*expected.problems, *_log(expected, result, clean_log), *_status(expected, result),
              *_files(expected, result), *_archive(expected, result),
@@ -76,9 +77,9 @@ def _log(expected: Expectation, result: Result, clean_log: list[str] | None) -> 
     if expected.succeeded and expected.scenario.update \
             and sum(line in UPDATED for line in steps) != 1:
         found.append("the document update ended with none of its lines, or with several")
-    # A failure's text is the end of the log.
-    if expected.failure and expected.failure.rest is not ANY and not without_times(result.log).endswith(
-            b"ERROR: " + _in_file(expected.failure.text + expected.failure.rest)):
+    failure = expected.failure
+    if failure and failure.rest is not ANY \
+            and not result.log.endswith(b"ERROR: " + _in_file(failure.text + failure.rest)):
         found.append(f"the log does not end with the failure: {result.log!r}")
     return found
 

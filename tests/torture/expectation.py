@@ -55,8 +55,8 @@ class Expectation:
     that an injected error has. After construction it says what the run must have left; `problems`
     has what is wrong with the calls themselves."""
 
-    def __init__(self, scenario: Scenario, calls: list[Call], clean: list[Call], faulted=lambda n: False,
-                 description: str = ""):
+    def __init__(self, scenario: Scenario, calls: list[Call], clean: list[Call],
+                 faulted=lambda number: False, description: str = ""):
         self.scenario, self._faulted, self._description = scenario, faulted, description
         self.own = [call for call in calls if call.depth == 0]
         self.clean = [call for call in clean if call.depth == 0]

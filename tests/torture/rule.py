@@ -4,8 +4,8 @@
                        that returns nothing does so too
     Described(text)    the same, followed by the component's own description
     Raises(gives)      a call through an automation wrapper: a failing one ends the run with the
-                       component's own description, or without one with the text of its code; so does
-                       a value of another type than it `gives`
+                       component's own description, or without one with the text of its code; so
+                       does a value of another type than it `gives`
     Reported(text)     a failing result is reported, and the run goes on
     Ignored(why)       the run goes on, whatever the call gives
     Follows(...)       ends the run unless the latest call of another operation succeeded

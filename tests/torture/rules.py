@@ -18,8 +18,8 @@ FAMILY_BITS, TEMPLATES = 0x1FFF0000, 0x00400000
 
 TEXT, OBJECT = r'VT_BSTR "(.*)"|VT_BSTR null|VT_I4 (\d+)', r"VT_DISPATCH .*"
 
-_SAVE = ("KernelAdmin.SetSaveMode", "Administration.OpenArchive", "KernelProject.GetConfigurationKey",
-         "KernelProject.GetStoredName", "Configuration.ExportProject", "Configuration.WorkFolder",
+_SAVE = ("KernelAdmin.SetSaveMode", "Administration.OpenArchive",
+         "KernelProject.GetConfigurationKey", "KernelProject.GetStoredName", "Configuration.ExportProject", "Configuration.WorkFolder",
          "Archive.AddProject")
 _FILES = ("ArchiveComponent.AddFile",)
 _LOADED_LATER = ("KernelAdmin.LoadRefTablesBackup", "KernelAdmin.GetSpecificationFolder",
@@ -82,8 +82,8 @@ _UP_TO_DATE = Ignored("anything but true means that nothing is to be saved",
 _CHAIN = Ignored("without the host no command is sent", may=_COMMANDS)
 _GENERATED = Ignored("the document's name counts",
                      may=("KernelProject.G*Document*", "Editor*", *_SAVE, *_FILES),
-                     says=("Failed to generate document", "Document '.*' was generated in the project",
-                           "Updating document '.*'", *_UP_TO_DATE.says))
+                     says=("Failed to generate document", "Updating document '.*'",
+                           "Document '.*' was generated in the project", *_UP_TO_DATE.says))
 
 RULES: dict[str, Rule] = {
     # ---- start ----
@@ -257,8 +257,8 @@ TEARDOWN = ("EditorControl.QueryInterface *", "EditorControl.InPlaceDeactivate",
 
 # What was begun must be ended: the call that begins it, and the calls that must follow.
 ENDED_BY = {
-    "EditorControl.SetClientSite object": ("EditorControl.Close", "EditorControl.SetClientSite null"),
-    "ViewerControl.SetClientSite object": ("ViewerControl.Close", "ViewerControl.SetClientSite null"),
+    **{f"{name}.SetClientSite object": (f"{name}.Close", f"{name}.SetClientSite null")
+       for name in ("EditorControl", "ViewerControl")},
     "ArchiveComponent.Create": ("ArchiveComponent.Close",),
     "KernelAdmin.CreateInstance": ("KernelAdmin.CloseProjects", "KernelAdmin.ShutDown"),
     "Administration.OpenConfiguration": ("Configuration.Close",),
@@ -282,5 +282,5 @@ LINES = {
 }
 
 # A document update that does not fail ends with exactly one of these lines.
-UPDATED = ("Document in the project was updated", "Document is up-to-date and has not been modified",
-           "Failed to generate document")
+UPDATED = ("Document in the project was updated", "Failed to generate document",
+           "Document is up-to-date and has not been modified")
