@@ -32,9 +32,20 @@ def build(name: str, *options: str):
     return folder / "ZTInvisible.exe"
 
 
-def test_program_alone_builds_without_tests():
-    # The build itself checks what the program imports: cmake/CheckImports.cmake.
+def imports(program) -> set[str]:
+    dump = subprocess.run(["x86_64-w64-mingw32-objdump", "-p", str(program)], check=True,
+                          capture_output=True, text=True).stdout
+    return {name.lower() for name in re.findall(r"DLL Name: (\S+)", dump)}
+
+
+SYSTEM_LIBRARIES = {
+    "advapi32.dll", "gdi32.dll", "kernel32.dll", "msvcrt.dll", "ole32.dll", "oleaut32.dll",
+    "shell32.dll", "user32.dll", "version.dll", "ws2_32.dll"}
+
+
+def test_program_alone_builds_and_imports_only_system_libraries():
     program = build("program-alone")
+    assert imports(program) - SYSTEM_LIBRARIES == set()
     tests = [path.name for path in program.parent.rglob("*.exe")
              if path != program and "CMakeFiles" not in path.parts]
     assert tests == []
