@@ -17,7 +17,7 @@ import pytest
 from harness.job import LOADED, PROCESSING, SAVED, SPECIFICATION
 from harness.logs import without_times
 from harness.machine import BUILD
-from torture.bench import Bench, Result
+from torture.bench import SECONDS, Bench, Result
 from torture.checks import is_sound
 from torture.scenarios import BY_NAME, Scenario
 
@@ -60,7 +60,7 @@ def held(bench: Bench, path: Path):
 
 
 def _wait_until(condition) -> None:
-    end = time.monotonic() + 10
+    end = time.monotonic() + SECONDS
     while not condition():
         assert time.monotonic() < end
         time.sleep(0.01)
