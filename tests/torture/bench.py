@@ -35,15 +35,6 @@ class Result:
     backup_left: bool
 
 
-@dataclass(frozen=True)
-class Paths:
-    """As the program names them."""
-
-    configuration: str
-    document: str
-    specification: str
-
-
 class Bench:
     """Use it in a with statement. worker keeps benches apart that run at the same time."""
 
@@ -64,11 +55,6 @@ class Bench:
 
     def __exit__(self, *_) -> None:
         self.machine.stop()
-
-    def paths(self, scenario: Scenario) -> Paths:
-        return Paths(self.box.windows("installation", "configuration.xml"),
-                     self.box.windows("exchange", scenario.document),
-                     self.box.windows(*STORE, scenario.specification))
 
     # ---- between runs ----
 

@@ -240,7 +240,7 @@ def noise(size: int) -> bytes:
 
 
 def test_archive_that_finds_no_room_leaves_the_old_one(bench):
-    scenario = Scenario("full-archive", METADATA.actions, new_name="Two", project={
+    scenario = Scenario("full-archive", METADATA.actions, project={
         "representations": {f"{number}.bin": noise(20_000) for number in range(12)}})
     before = start(bench, scenario)
     with no_file_beyond(100_000):
