@@ -35,17 +35,18 @@ def test_tidy_fails_on_a_header_that_is_missing(tmp_path):
     assert "file not found" in output
 
 
-def test_findings_belong_to_their_source_or_to_all_that_include_their_header():
-    one, other = tree.Path("app/Execute.cpp"), tree.Path("support/Text.cpp")
-    header = tree.ROOT / "app" / "Execute.h"
-    found = tidy._findings_by_source(tidy.Group((one, other), ("release",)), (
-        "app/Execute.cpp:1:2: error: in one\n"
-        f"{header}:3:4: note: seen from here\n"
-        f"{header}:5:6: error: in its header\n"))
-    assert found[one].splitlines() == [
-        "app/Execute.cpp:1:2: error: in one", f"{header}:3:4: note: seen from here",
-        f"{header}:5:6: error: in its header"]
-    assert found[other] == ""
+def test_findings_belong_to_their_source_or_to_all_that_include_their_header(tmp_path, monkeypatch):
+    monkeypatch.setattr(tree, "ROOT", tmp_path)
+    one, other, header = tree.Path("One.cpp"), tree.Path("Other.cpp"), tmp_path / "One.h"
+    (tmp_path / one).write_text('#include "One.h"\n')
+    (tmp_path / other).write_text("")
+    header.write_text("")
+    output = [f"{one}:1:2: error: in one", f"{header}:3:4: note: seen from here",
+              f"{other}:1:2: error: in the other", f"{header}:5:6: error: in its header"]
+    found = tidy._findings_by_source(tidy.Group((one, other), ("release",)),
+                                     "".join(line + "\n" for line in output))
+    assert found[one].splitlines() == [output[0], output[1], output[3]]
+    assert found[other].splitlines() == [output[2]]
 
 
 def test_groups_hold_every_source_once():
