@@ -1,10 +1,9 @@
-#include "project/ProcessProject.h"
+#include "app/Steps.h"
 
 #include "config/LoadConfiguration.h"
 #include "config/LoadSpecification.h"
 #include "project/Pipeline.h"
 #include "project/UpdateProjectDocument.h"
-#include "publish/PublishProject.h"
 
 namespace zt {
 
