@@ -3,7 +3,7 @@
 // object.
 #pragma once
 
-#include "app/Metadata.h"
+#include "project/ProjectRequest.h"
 
 #include <windows.h>
 

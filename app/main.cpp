@@ -1,7 +1,6 @@
 // The process entry: starts the framework and hands the run to the application object.
 #include "app/Program.h"
 #include "app/ZTInvisible.h"
-#include "app/Steps.h"
 
 #include <windows.h>
 #include <objbase.h>
@@ -13,7 +12,7 @@ int _dowildcard = 0;
 
 namespace {
 
-zt::CZTInvisible theApp({zt::ProcessProject, zt::NotifyContentManager});
+zt::CZTInvisible theApp;
 
 } // namespace
 

@@ -5,6 +5,7 @@
 #include <msxml2.h>
 #include <wrl/client.h>
 
+#include <functional>
 #include <optional>
 #include <utility>
 #include <vector>
@@ -42,7 +43,7 @@ class XmlDocument {
     // code of the creation.
     HRESULT Create();
 
-    // Loads the file and waits for the end of the loading, handing out the messages that the
+    // Loads the file and waits for the end of the loading, dispatching the messages that the
     // parser sends to its own thread. True when the whole file was read and is well-formed. Gives
     // up, with false, when there is no end after that many milliseconds.
     bool Load(const wchar_t* path, DWORD longest = 60'000);
@@ -56,5 +57,9 @@ class XmlDocument {
 
     ComPtr<IXMLDOMDocument> m_document;
 };
+
+// Waits until the condition holds, dispatching this thread's messages meanwhile; WM_QUIT stays for
+// whoever waits for it. False when the condition does not hold after that many milliseconds.
+bool WaitWithMessages(const std::function<bool()>& condition, DWORD longest);
 
 } // namespace zt

@@ -2,7 +2,7 @@
 #include "components/ByName.h"
 #include "components/ErrorDescription.h"
 #include "components/Texts.h"
-#include "config/DataFolder.h"
+#include "components/Installation.h"
 #include "publish/ComponentSettings.h"
 #include "publish/PublicationData.h"
 #include "publish/ReferencedObjects.h"

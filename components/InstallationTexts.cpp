@@ -1,4 +1,4 @@
-#include "config/ProductText.h"
+#include "components/InstallationTexts.h"
 
 namespace zt {
 
@@ -17,12 +17,9 @@ std::wstring PathOfCommand(const std::wstring& command) {
     return lastQuote == 0 ? std::wstring() : command.substr(1, lastQuote - 1);
 }
 
-std::wstring ProductKeyName(const std::wstring& productName, bool omitVersion) {
-    std::wstring name = L"Software\\Morvenit\\" + productName;
-    if (omitVersion)
-        return name;
-    const bool first = productName == L"ZeltorText" || productName == L"ZeltorIllustrator";
-    return name + (first ? L"\\1.0" : L"\\1.4");
+std::wstring ProductKeyName(const std::wstring& productName, const std::wstring& version) {
+    const std::wstring name = L"Software\\Morvenit\\" + productName;
+    return version.empty() ? name : name + L"\\" + version;
 }
 
 } // namespace zt

@@ -1,4 +1,5 @@
-// Where the files of the installation's specifications lie.
+// Where the files of the installation's specifications lie, and the selection paths (XPath) into
+// them. No Windows call.
 #pragma once
 
 #include <optional>
@@ -25,5 +26,12 @@ std::wstring PlainCandidate(const std::wstring& folder, const std::wstring& file
 
 // The axes catalogue, which all specifications share.
 std::wstring AxesCataloguePath(const std::wstring& dataFolder);
+
+// The configuration of that language, wherever it stands in a description file; and the model file
+// of that axes id in the axes catalogue. None for a text that XPath cannot hold between the quotes
+// of the path (the quote itself, control characters): it selects nothing, and a malformed path
+// must not reach the selection, which some parsers do not survive.
+std::optional<std::wstring> ConfigurationOfLanguage(const std::wstring& language);
+std::optional<std::wstring> ModelFileOfAxes(const std::wstring& axesId);
 
 } // namespace zt

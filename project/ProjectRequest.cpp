@@ -1,6 +1,10 @@
-#include "project/DocumentLocation.h"
+#include "project/ProjectRequest.h"
 
 namespace zt {
+
+std::wstring ArchiveFileName(const std::wstring& projectName) {
+    return projectName + L".kvp";
+}
 
 DocumentLocation LocateDocument(const std::wstring& documentPath,
                                 const std::wstring& exchangeFolder) {

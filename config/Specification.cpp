@@ -1,13 +1,12 @@
-#include "config/LoadSpecification.h"
+#include "config/Specification.h"
 
-#include "app/ZTInvisible.h"
-#include "config/DataFolder.h"
-#include "support/Files.h"
-#include "config/FindAxesModel.h"
-#include "support/Text.h"
+#include "components/Installation.h"
+#include "config/Axes.h"
 #include "config/SpecificationFiles.h"
 #include "config/SpecificationHandlers.h"
-#include "config/SpecificationPaths.h"
+#include "config/SpecificationTexts.h"
+#include "support/Files.h"
+#include "support/Text.h"
 
 #include <string>
 
@@ -19,15 +18,15 @@ namespace {
 constexpr HRESULT FacilityBits = 0x1FFF0000;
 constexpr HRESULT TemplateFacility = 0x00400000;
 
-bool EqualForTheUser(const wchar_t* left, const wchar_t* right) {
+bool EqualInUserLocale(const wchar_t* left, const wchar_t* right) {
     return CompareStringW(LOCALE_USER_DEFAULT, 0, left, -1, right, -1) == CSTR_EQUAL;
 }
 
-// One specification on its way into the kernel and the application object.
+// One specification on its way into the kernel and the run.
 class SpecificationLoader {
   public:
-    SpecificationLoader(CZTInvisible& app, const std::wstring& name)
-        : m_app(app), m_name(name), m_paths(PathsOfSpecification(GetDataFolder(), name)) {}
+    SpecificationLoader(const SpecificationRun& run, const std::wstring& name)
+        : m_run(run), m_name(name), m_paths(PathsOfSpecification(GetDataFolder(), name)) {}
 
     bool Load(const wchar_t* requiredVersion) {
         if (!FindFiles() || !ReadDescription() || !CheckVersion(requiredVersion))
@@ -36,7 +35,7 @@ class SpecificationLoader {
         KernelAdmin::PutSpecificationFolder::Call(Kernel(), _bstr_t(m_paths.folder.c_str()));
         if (!TakeClass())
             return false;
-        RegisterHandlerLibraries(m_app, m_configuration);
+        RegisterHandlerLibraries(m_run, m_configuration);
         if (Is(SpecificationClass::Ipc) || Is(SpecificationClass::Illus))
             LoadForIllustrations();
         else
@@ -48,12 +47,14 @@ class SpecificationLoader {
     }
 
   private:
-    KernelAdmin* Kernel() const { return m_app.m_pKernelAdmin.Get(); }
-    bool Is(SpecificationClass value) const { return m_app.m_specificationClass == value; }
-    _bstr_t Resolve(const wchar_t* fileName) { return ResolveSpecificationFile(m_app, fileName); }
+    KernelAdmin* Kernel() const { return m_run.kernel; }
+    bool Is(SpecificationClass value) const { return m_run.specificationClass == value; }
+    _bstr_t Resolve(const wchar_t* fileName) const {
+        return ResolveSpecificationFile(m_run.kernel, WideText(m_run.language), fileName);
+    }
 
     bool Fail(const std::wstring& message) {
-        m_app.LogError(message.c_str());
+        m_run.log.LogError(message.c_str());
         return false;
     }
 
@@ -69,7 +70,8 @@ class SpecificationLoader {
     bool ReadDescription() {
         if (FAILED(m_description.Create()) ||
             !m_description.Load(m_paths.descriptionFile.c_str()) ||
-            FAILED(SelectConfigurationElement(m_app, m_description, m_configuration)))
+            FAILED(SelectConfigurationElement(WideText(m_run.language), m_description,
+                                              m_configuration)))
             return Fail(L"Invalid specification cfg-file format: " + m_paths.descriptionFile);
         return true;
     }
@@ -84,31 +86,31 @@ class SpecificationLoader {
     }
 
     void TakeLanguage() {
-        if (m_app.m_bstrLanguage.length() != 0)
+        if (m_run.language.length() != 0)
             return;
         if (const std::optional<_bstr_t> language = m_configuration.Attribute(L"lang"))
-            m_app.m_bstrLanguage = *language;
+            m_run.language = *language;
     }
 
     bool TakeClass() {
         const std::optional<_bstr_t> word = m_configuration.Attribute(L"class");
         const std::optional<SpecificationClass> known =
-            word ? SpecificationClassOf(*word, EqualForTheUser) : std::nullopt;
+            word ? SpecificationClassOf(*word, EqualInUserLocale) : std::nullopt;
         if (!known)
             return Fail(L"Project specification class unknown");
-        m_app.m_specificationClass = *known;
+        m_run.specificationClass = *known;
         return true;
     }
 
     void LoadForIllustrations() {
-        CreateKernelHandlers(m_app, m_configuration);
+        CreateKernelHandlers(m_run, m_configuration);
         LoadReferenceTables();
         if (!Is(SpecificationClass::Ipc))
             return;
         const HRESULT loaded =
             KernelAdmin::LoadCommandTemplates::Call(Kernel(), Resolve(L"Templates.xml"));
         if ((loaded & FacilityBits) == TemplateFacility)
-            m_app.LogError(L"Error loading IPC DPL command templates.");
+            m_run.log.LogError(L"Error loading IPC DPL command templates.");
     }
 
     // The backup holds what was not yet in the tables; it goes once the kernel has both.
@@ -123,29 +125,29 @@ class SpecificationLoader {
     void LoadForDocuments() {
         if (!Is(SpecificationClass::Text)) {
             if (FAILED(KernelAdmin::LoadDeclarations::Call(Kernel(), Resolve(L"Declarations.xml"))))
-                m_app.LogError(L"Couldn't load library of declarations.");
+                m_run.log.LogError(L"Couldn't load library of declarations.");
             if (FAILED(KernelAdmin::LoadTypes::Call(Kernel(), Resolve(L"Types.xml"))))
-                m_app.LogError(L"Couldn't load library of types.");
+                m_run.log.LogError(L"Couldn't load library of types.");
         }
         if (const XmlElement handler = m_configuration.SelectSingle(L"docHandler"))
-            m_app.m_bstrDocumentHandler = handler.Text();
-        CreateExportHandler(m_app, m_configuration);
+            m_run.documentHandler = handler.Text();
+        CreateExportHandler(m_run, m_configuration);
     }
 
     void TakeAxes() {
-        m_app.m_bstrAxesModelPath = L"";
-        m_app.m_axesPosition = DefaultAxesPosition;
+        m_run.axesModelPath = L"";
+        m_run.axesPosition = DefaultAxesPosition;
         const XmlElement axis = m_configuration.SelectSingle(L"axis");
         if (!axis)
             return;
-        FindAxesModel(axis.Text(), m_app.m_bstrAxesModelPath.GetAddress());
+        m_run.axesModelPath = FindAxesModel(WideText(axis.Text())).c_str();
         if (const std::optional<_bstr_t> x = axis.Attribute(L"xpos"))
-            m_app.m_axesPosition = WithAxesX(m_app.m_axesPosition, LeadingInteger(*x));
+            m_run.axesPosition = WithAxesX(m_run.axesPosition, LeadingInteger(*x));
         if (const std::optional<_bstr_t> y = axis.Attribute(L"ypos"))
-            m_app.m_axesPosition = WithAxesY(m_app.m_axesPosition, LeadingInteger(*y));
+            m_run.axesPosition = WithAxesY(m_run.axesPosition, LeadingInteger(*y));
     }
 
-    CZTInvisible& m_app;
+    const SpecificationRun& m_run;
     const std::wstring m_name;
     const SpecificationPaths m_paths;
     XmlDocument m_description;
@@ -154,8 +156,9 @@ class SpecificationLoader {
 
 } // namespace
 
-bool LoadSpecification(CZTInvisible& app, const wchar_t* specName, const wchar_t* requiredVersion) {
-    return SpecificationLoader(app, WideText(specName)).Load(requiredVersion);
+bool ReadSpecification(const SpecificationRun& run, const wchar_t* name,
+                       const wchar_t* requiredVersion) {
+    return SpecificationLoader(run, WideText(name)).Load(requiredVersion);
 }
 
 } // namespace zt

@@ -1,4 +1,4 @@
-#include "config/Selection.h"
+#include "config/SpecificationTexts.h"
 
 #include <algorithm>
 
@@ -19,6 +19,27 @@ std::optional<std::wstring> Literal(const std::wstring& text, wchar_t quote) {
 }
 
 } // namespace
+
+SpecificationPaths PathsOfSpecification(const std::wstring& dataFolder, const std::wstring& name) {
+    const std::wstring folder = dataFolder + L"\\Morvenit\\KVProductFamily\\IPCCFG\\" + name;
+    return {folder, folder + L".cfg"};
+}
+
+std::optional<std::wstring> LanguageCandidate(const std::wstring& folder,
+                                              const std::wstring& language,
+                                              const std::wstring& fileName) {
+    if (language.empty() || fileName.find_first_of(L"*?") != std::wstring::npos)
+        return std::nullopt;
+    return folder + L"\\" + language + L"\\" + fileName;
+}
+
+std::wstring PlainCandidate(const std::wstring& folder, const std::wstring& fileName) {
+    return folder + L"\\" + fileName;
+}
+
+std::wstring AxesCataloguePath(const std::wstring& dataFolder) {
+    return dataFolder + L"\\Morvenit\\KVProductFamily\\Axes\\axes.xml";
+}
 
 std::optional<std::wstring> ConfigurationOfLanguage(const std::wstring& language) {
     const std::optional<std::wstring> literal = Literal(language, L'"');

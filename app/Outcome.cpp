@@ -1,7 +1,10 @@
-#include "app/Failure.h"
+#include "app/Outcome.h"
 
 #include "framework/Exceptions.h"
 #include "framework/String.h"
+#include "support/Files.h"
+
+#include <windows.h>
 
 #include <iterator>
 
@@ -14,6 +17,14 @@ std::wstring EndWithMessage(COleException* exception) {
     exception->GetErrorMessage(message, std::size(message), nullptr);
     exception->Delete();
     return message;
+}
+
+std::wstring ErrorFile(const std::wstring& statusBase) {
+    return statusBase + L"_ERROR";
+}
+
+std::wstring DoneFile(const std::wstring& statusBase) {
+    return statusBase + L"_DONE";
 }
 
 } // namespace
@@ -29,6 +40,19 @@ std::optional<std::wstring> FailureOf(const std::function<void()>& step) {
     } catch (COleException* exception) {
         return EndWithMessage(exception);
     }
+}
+
+void MarkRunning(const std::wstring& statusBase) {
+    CreateEmptyFile(ErrorFile(statusBase));
+    DeleteFileW(DoneFile(statusBase).c_str());
+}
+
+void AppendFailure(const std::wstring& statusBase, std::wstring_view message) {
+    AppendText(ErrorFile(statusBase), message);
+}
+
+void MarkSucceeded(const std::wstring& statusBase) {
+    MoveFileW(ErrorFile(statusBase).c_str(), DoneFile(statusBase).c_str());
 }
 
 } // namespace zt

@@ -1,11 +1,16 @@
-// Where the axes stand in a published illustration: x in the low 16 bits, y in the high 16 bits.
+// The axes that a specification names for its published illustrations.
 #pragma once
 
 #include <cstdint>
+#include <string>
 
 namespace zt {
 
-// x 85, y 15.
+// Looks the 3D axes model up in the installation's catalogue. Returns the model's file name, or the
+// id and ".wrl" where the catalogue has none.
+std::wstring FindAxesModel(const std::wstring& axesId);
+
+// Where the axes stand: x in the low 16 bits, y in the high 16 bits. Here x 85, y 15.
 constexpr std::uint32_t DefaultAxesPosition = 0x000F0055;
 
 // Replaces x. All 32 bits of the value go in: one that is negative or above 65535 changes y too.
