@@ -3,7 +3,7 @@
 
 #include "components/Contract.h"
 #include "components/Variants.h"
-#include "framework/Adopt.h"
+#include "support/ComPtr.h"
 
 #include <comdef.h>
 #include <wrl/client.h>

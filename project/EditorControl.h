@@ -41,8 +41,7 @@ class EditorControl {
   private:
     bool ReadFlag(const wchar_t* name, _variant_t& value, bool otherwise);
 
-    CWnd m_window;
-    CWnd m_control;
+    HiddenControl m_control;
     ComPtr<IDispatch> m_automation;
     // What was read of the control, cleared at the end only.
     _variant_t m_hasDocument;

@@ -3,7 +3,7 @@
 #include "app/ZTInvisible.h"
 #include "components/ErrorDescription.h"
 #include "components/Texts.h"
-#include "framework/WaitCursor.h"
+#include "framework/WinApp.h"
 #include "project/StatusDispSite.h"
 
 namespace zt {

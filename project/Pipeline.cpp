@@ -1,7 +1,7 @@
 #include "project/Pipeline.h"
 
 #include "app/ZTInvisible.h"
-#include "framework/WaitCursor.h"
+#include "framework/WinApp.h"
 #include "project/ChangeSteps.h"
 #include "project/ImportStep.h"
 #include "project/OpenStep.h"

@@ -2,26 +2,15 @@
 
 #include "components/Automation.h"
 #include "components/contracts/Publishing.h"
-#include "framework/WindowClass.h"
 
 namespace zt {
 
-namespace {
-
-constexpr LONG Side = 16;
-
-} // namespace
-
-ViewerHost::ViewerHost() {
-    m_window.CreateEx(0, AfxRegisterWndClass(0), L"", WS_POPUP, 0, 0, Side, Side, nullptr, nullptr);
-    m_control.CreateControl(ViewerControl::ProgId, nullptr, WS_CHILD | WS_VISIBLE,
-                            RECT{0, 0, Side, Side}, m_window, 0);
-}
+ViewerHost::ViewerHost() : m_control(ViewerControl::ProgId) {}
 
 ComPtr<IDispatch> ViewerHost::Viewer() const {
     ComPtr<IDispatch> control;
-    if (m_control.GetControlUnknown() != nullptr)
-        m_control.GetControlUnknown()->QueryInterface(IID_PPV_ARGS(control.GetAddressOf()));
+    if (m_control.Get() != nullptr)
+        m_control.Get()->QueryInterface(IID_PPV_ARGS(control.GetAddressOf()));
     // Without a control the call does nothing and gives null.
     return AutomationObject<ViewerControl>(control).Call<ViewerControl::Viewer>();
 }
