@@ -2,7 +2,7 @@
 #pragma once
 
 #include "components/Contract.h"
-#include "components/Variants.h"
+#include "components/Values.h"
 #include "support/ComPtr.h"
 
 #include <comdef.h>
