@@ -1,8 +1,7 @@
 #include "project/EditorControl.h"
 
 #include "components/ByName.h"
-#include "components/Texts.h"
-#include "components/Variants.h"
+#include "components/Values.h"
 
 namespace zt {
 

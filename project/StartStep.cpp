@@ -3,7 +3,7 @@
 #include "app/ZTInvisible.h"
 #include "components/ComponentIds.h"
 #include "components/Creation.h"
-#include "components/Texts.h"
+#include "components/Values.h"
 #include "project/StatusDispSite.h"
 
 namespace zt {

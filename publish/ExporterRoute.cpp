@@ -1,8 +1,7 @@
 #include "app/ZTInvisible.h"
 #include "components/ComponentIds.h"
 #include "components/Creation.h"
-#include "components/ErrorDescription.h"
-#include "components/Texts.h"
+#include "components/Values.h"
 #include "components/contracts/Publishing.h"
 #include "project/StatusDispSite.h"
 #include "publish/ComponentSettings.h"
@@ -47,9 +46,9 @@ void PublishThroughExporter(CZTInvisible& app, const std::wstring& destination) 
     Exporter::PutOptionA::Call(exporter.Get(), 0);
     Exporter::PutOptionB::Call(exporter.Get(), 0);
 
-    ForgetErrorDescription();
+    ClearErrorInfo();
     if (FAILED(Exporter::Export::Call(exporter.Get())))
-        throw CString(L"ERROR publishing project: " + TakeErrorDescription());
+        throw CString(L"ERROR publishing project: " + TakeErrorInfo());
 }
 
 } // namespace zt

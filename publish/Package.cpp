@@ -2,7 +2,7 @@
 
 #include "components/ComponentIds.h"
 #include "components/Creation.h"
-#include "components/Texts.h"
+#include "components/Values.h"
 #include "components/contracts/Publishing.h"
 #include "publish/FolderTree.h"
 
