@@ -1,5 +1,4 @@
 #include "app/ZTInvisible.h"
-#include "components/ComponentIds.h"
 #include "components/Creation.h"
 #include "components/Values.h"
 #include "components/contracts/Publishing.h"
@@ -16,16 +15,13 @@ namespace {
 
 ComPtr<Exporter> CreateExporter() {
     ComPtr<Exporter> exporter;
-    if (FAILED(CoCreateInstance(CLSID_Exporter, nullptr, AllServers, IID_Exporter,
-                                reinterpret_cast<void**>(exporter.GetAddressOf()))) ||
-        !exporter)
+    if (FAILED(Create<Exporter>(CLSID_Exporter, exporter.GetAddressOf())) || !exporter)
         throw L"Couldn't load IPC Exporter";
     return exporter;
 }
 
 void GiveSite(Exporter* exporter, CStatusDispSite* site) {
-    ComPtr<IObjectWithSite> sited;
-    if (SUCCEEDED(exporter->QueryInterface(IID_PPV_ARGS(sited.GetAddressOf()))) && sited)
+    if (const auto sited = Query<IObjectWithSite>(exporter); sited)
         sited->SetSite(static_cast<IOleClientSite*>(site));
 }
 

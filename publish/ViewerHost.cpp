@@ -1,5 +1,6 @@
 #include "publish/ViewerHost.h"
 
+#include "components/Creation.h"
 #include "components/Automation.h"
 #include "components/contracts/Publishing.h"
 
@@ -8,9 +9,7 @@ namespace zt {
 ViewerHost::ViewerHost() : m_control(ViewerControl::ProgId) {}
 
 ComPtr<IDispatch> ViewerHost::Viewer() const {
-    ComPtr<IDispatch> control;
-    if (m_control.Get() != nullptr)
-        m_control.Get()->QueryInterface(IID_PPV_ARGS(control.GetAddressOf()));
+    const ComPtr<IDispatch> control = Query<IDispatch>(m_control.Get());
     // Without a control the call does nothing and gives null.
     return AutomationObject<ViewerControl>(control).Call<ViewerControl::Viewer>();
 }
