@@ -8,10 +8,10 @@
 #include "components/contracts/Kernel.h"
 #include "config/Axes.h"
 #include "framework/WinApp.h"
+#include "support/ComPtr.h"
 #include "support/RunLog.h"
 
 #include <comdef.h>
-#include <wrl/client.h>
 
 #include <cstdint>
 #include <string>

@@ -2,8 +2,8 @@
 #pragma once
 
 #include "components/Contract.h"
-#include "components/Variants.h"
-#include "framework/Adopt.h"
+#include "components/Values.h"
+#include "support/ComPtr.h"
 
 #include <comdef.h>
 #include <wrl/client.h>

@@ -1,7 +1,7 @@
 #include "config/Axes.h"
 
 #include "components/Installation.h"
-#include "components/Texts.h"
+#include "components/Values.h"
 #include "config/SpecificationTexts.h"
 #include "config/XmlDocument.h"
 

@@ -4,10 +4,10 @@
 #include "components/SpecificationClass.h"
 #include "components/contracts/Handlers.h"
 #include "components/contracts/Kernel.h"
+#include "support/ComPtr.h"
 #include "support/RunLog.h"
 
 #include <comdef.h>
-#include <wrl/client.h>
 
 #include <cstdint>
 
@@ -20,9 +20,9 @@ struct SpecificationRun {
     _bstr_t& language; // the description's where it is empty
     SpecificationClass& specificationClass;
     _bstr_t& documentHandler;
-    Microsoft::WRL::ComPtr<IUnknown>& sequenceNumberHandler;
-    Microsoft::WRL::ComPtr<IUnknown>& notificationHandler;
-    Microsoft::WRL::ComPtr<ExportHandler>& exportHandler;
+    ComPtr<IUnknown>& sequenceNumberHandler;
+    ComPtr<IUnknown>& notificationHandler;
+    ComPtr<ExportHandler>& exportHandler;
     _bstr_t& axesModelPath;
     std::uint32_t& axesPosition;
 };

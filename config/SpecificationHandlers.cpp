@@ -1,7 +1,6 @@
 #include "config/SpecificationHandlers.h"
 
 #include "components/ByName.h"
-#include "components/ComponentIds.h"
 #include "components/Creation.h"
 #include "config/SpecificationFiles.h"
 #include "support/Text.h"
@@ -23,20 +22,12 @@ ComPtr<IUnknown> CreateKernelHandler(KernelAdmin* kernelAdmin, const XmlElement&
     const _bstr_t progId = element.Text();
     if (progId.length() == 0 || FAILED(CreateComponent(progId, nullptr, AllServers, &handler)))
         return nullptr;
-    ComPtr<IDispatch> dispatch;
-    if (FAILED(handler->QueryInterface(IID_PPV_ARGS(&dispatch))) || dispatch == nullptr)
+    const ComPtr<IDispatch> dispatch = Query<IDispatch>(handler.Get());
+    if (dispatch == nullptr)
         return handler;
     const _variant_t kernel(static_cast<IDispatch*>(kernelAdmin));
     PutPropertyByName(dispatch.Get(), L"Kernel", &kernel);
     return handler;
-}
-
-ComPtr<ScriptExporter> ExporterOf(ExportHandler* handler) {
-    ComPtr<ScriptExporter> exporter;
-    if (FAILED(handler->QueryInterface(IID_ScriptExporter,
-                                       reinterpret_cast<void**>(exporter.GetAddressOf()))))
-        return nullptr;
-    return exporter;
 }
 
 } // namespace
@@ -60,11 +51,10 @@ void CreateExportHandler(const SpecificationRun& run, const XmlElement& configur
     const XmlElement element = configuration.SelectSingle(L"exportHandler");
     if (!element)
         return;
-    if (FAILED(CreateHandlerComponent(
-            element.Text(), nullptr, AllServers,
-            reinterpret_cast<IUnknown**>(run.exportHandler.ReleaseAndGetAddressOf()))))
+    if (FAILED(CreateHandlerComponent(element.Text(), nullptr, AllServers,
+                                      run.exportHandler.ReleaseAndGetAddressOf())))
         return;
-    const ComPtr<ScriptExporter> exporter = ExporterOf(run.exportHandler.Get());
+    const ComPtr<ScriptExporter> exporter = Query<ScriptExporter>(run.exportHandler.Get());
     const std::optional<_bstr_t> script = element.Attribute(L"script");
     if (exporter == nullptr || !script || script->length() == 0)
         return;

@@ -1,9 +1,10 @@
 // Reading of the XML files of the installation, with the platform's parser.
 #pragma once
 
+#include "support/ComPtr.h"
+
 #include <comdef.h>
 #include <msxml2.h>
-#include <wrl/client.h>
 
 #include <functional>
 #include <optional>
@@ -11,8 +12,6 @@
 #include <vector>
 
 namespace zt {
-
-using Microsoft::WRL::ComPtr;
 
 // An element of a document, or none.
 class XmlElement {

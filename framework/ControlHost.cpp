@@ -1,14 +1,10 @@
 #include "framework/ControlHost.h"
 
-#include "framework/Adopt.h"
-
 #include <objbase.h>
 #include <ocidl.h>
 #include <olectl.h>
 
 #include <utility>
-
-using Microsoft::WRL::ComPtr;
 
 namespace {
 

@@ -1,12 +1,22 @@
 // One hosted control, from its creation to its end.
 #pragma once
 
-#include "framework/ControlPlace.h"
 #include "framework/ControlSite.h"
+#include "support/ComPtr.h"
 
 #include <windows.h>
 #include <oleidl.h>
-#include <wrl/client.h>
+
+#include <string>
+
+// Where and how a control's window stands.
+struct ControlPlace {
+    HWND parent;
+    std::wstring title; // empty: the control's own
+    DWORD style;
+    RECT rect; // in pixels of parent's client area
+    UINT id;
+};
 
 class ControlHost {
   public:
@@ -36,15 +46,15 @@ class ControlHost {
     void TellItsPlace();
     void SetExtent();
     void Deactivate();
-    Microsoft::WRL::ComPtr<IOleInPlaceObject> InPlaceObject() const;
+    ComPtr<IOleInPlaceObject> InPlaceObject() const;
     HWND ControlWindow() const;
     void SetUpWindow(HWND window) const;
 
     ControlPlace m_place;
-    Microsoft::WRL::ComPtr<ControlSite> m_site;
+    ComPtr<ControlSite> m_site;
     // What a control that keeps its state in a storage works on; must outlive the control.
-    Microsoft::WRL::ComPtr<IStorage> m_storage;
-    Microsoft::WRL::ComPtr<IUnknown> m_control;
-    Microsoft::WRL::ComPtr<IOleObject> m_object;
+    ComPtr<IStorage> m_storage;
+    ComPtr<IUnknown> m_control;
+    ComPtr<IOleObject> m_object;
     bool m_sited = false;
 };

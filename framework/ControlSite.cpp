@@ -1,10 +1,6 @@
 // What a control asks of its place: the client site and the in-place site.
 #include "framework/ControlSite.h"
 
-#include "framework/Adopt.h"
-
-using Microsoft::WRL::ComPtr;
-
 ControlSite::ControlSite(HWND parent, const RECT& rect)
     : m_parent(parent), m_rect(rect), m_frame(Adopt(new InPlaceFrame(parent))) {}
 

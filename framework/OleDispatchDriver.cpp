@@ -1,14 +1,12 @@
 #include "framework/OleDispatchDriver.h"
+#include "support/ComPtr.h"
 
 #include <comdef.h>
-#include <wrl/client.h>
 
 #include <cstdarg>
 #include <cstring>
 #include <utility>
 #include <vector>
-
-using Microsoft::WRL::ComPtr;
 
 namespace {
 

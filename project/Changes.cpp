@@ -2,8 +2,7 @@
 
 #include "components/ByName.h"
 #include "components/Creation.h"
-#include "components/Texts.h"
-#include "components/Variants.h"
+#include "components/Values.h"
 #include "framework/String.h"
 #include "project/Pipeline.h"
 

@@ -1,13 +1,11 @@
 #pragma once
 
 #include "framework/Wnd.h"
+#include "support/ComPtr.h"
 
 #include <comdef.h>
-#include <wrl/client.h>
 
 namespace zt {
-
-using Microsoft::WRL::ComPtr;
 
 // The authoring system's document editor, hosted in a window that nobody sees. Control and window
 // end with this object, the control first.
@@ -41,8 +39,7 @@ class EditorControl {
   private:
     bool ReadFlag(const wchar_t* name, _variant_t& value, bool otherwise);
 
-    CWnd m_window;
-    CWnd m_control;
+    HiddenControl m_control;
     ComPtr<IDispatch> m_automation;
     // What was read from the control, cleared at the end only.
     _variant_t m_hasDocument;

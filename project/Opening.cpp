@@ -1,7 +1,6 @@
 #include "project/Opening.h"
 
-#include "components/ErrorDescription.h"
-#include "components/Texts.h"
+#include "components/Values.h"
 #include "framework/String.h"
 #include "project/Pipeline.h"
 
@@ -27,8 +26,7 @@ _bstr_t OpenPath(const _bstr_t& projectId, const _bstr_t& revision) {
     return MakeText(path);
 }
 
-void OpenProject(KernelAdmin* kernel, const _bstr_t& openPath,
-                 Microsoft::WRL::ComPtr<KernelProject>& project) {
+void OpenProject(KernelAdmin* kernel, const _bstr_t& openPath, ComPtr<KernelProject>& project) {
     KernelAdmin::OpenProject::Call(kernel, AnyProject, Borrow(openPath),
                                    project.ReleaseAndGetAddressOf());
     if (project == nullptr)
@@ -58,12 +56,11 @@ void SelectProduct(KernelAdmin* kernel, SpecificationClass specificationClass,
 }
 
 void LoadOpenProject(KernelProject* project, CWaitCursor& waitCursor) {
-    // Otherwise what an earlier call left behind would pass for this one's.
-    ForgetErrorDescription();
+    ClearErrorInfo();
     const HRESULT loaded = KernelProject::Load::Call(project, LoadAll);
     waitCursor.Restore();
     if (FAILED(loaded))
-        throw CString(L"ERROR loading project: ") + TakeErrorDescription().c_str();
+        throw CString(L"ERROR loading project: ") + TakeErrorInfo().c_str();
 }
 
 } // namespace zt

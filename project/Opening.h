@@ -4,11 +4,11 @@
 #include "components/Installation.h"
 #include "components/SpecificationClass.h"
 #include "components/contracts/Kernel.h"
-#include "framework/WaitCursor.h"
+#include "framework/WinApp.h"
+#include "support/ComPtr.h"
 #include "support/RunLog.h"
 
 #include <comdef.h>
-#include <wrl/client.h>
 
 namespace zt {
 
@@ -18,8 +18,7 @@ class PipelineServices;
 _bstr_t OpenPath(const _bstr_t& projectId, const _bstr_t& revision);
 
 // Raises a message text.
-void OpenProject(KernelAdmin* kernel, const _bstr_t& openPath,
-                 Microsoft::WRL::ComPtr<KernelProject>& project);
+void OpenProject(KernelAdmin* kernel, const _bstr_t& openPath, ComPtr<KernelProject>& project);
 
 // Reads which specification and which language the project has, loads the specification, which may
 // change the language, and gives the project the language of the run. Raises a message text.

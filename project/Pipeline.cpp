@@ -1,6 +1,6 @@
 #include "project/Pipeline.h"
 
-#include "framework/WaitCursor.h"
+#include "framework/WinApp.h"
 #include "project/Changes.h"
 #include "project/Opening.h"
 #include "project/ProjectArchive.h"
@@ -14,7 +14,7 @@ namespace {
 ComPtr<IObjectWithSite> StartKernel(const ProjectRun& run) {
     run.statusSite = new CStatusDispSite(&run.log);
     CreateKernelAdmin(run.kernel);
-    ComPtr<IObjectWithSite> kernelSite = ConnectStatusSite(run.kernel, run.statusSite.Get());
+    ComPtr<IObjectWithSite> kernelSite = ConnectStatusSite(run.kernel.Get(), run.statusSite.Get());
     IntroduceClient(run.kernel.Get());
     return kernelSite;
 }

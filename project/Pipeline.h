@@ -7,10 +7,10 @@
 #include "components/contracts/Kernel.h"
 #include "project/ProjectRequest.h"
 #include "project/StatusDispSite.h"
+#include "support/ComPtr.h"
 #include "support/RunLog.h"
 
 #include <comdef.h>
-#include <wrl/client.h>
 
 #include <string>
 

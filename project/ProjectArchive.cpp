@@ -1,7 +1,6 @@
 #include "project/ProjectArchive.h"
 
-#include "components/Texts.h"
-#include "components/Variants.h"
+#include "components/Values.h"
 #include "project/Pipeline.h"
 #include "project/Start.h"
 

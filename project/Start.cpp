@@ -1,23 +1,19 @@
 #include "project/Start.h"
 
-#include "components/ComponentIds.h"
 #include "components/Creation.h"
-#include "components/Texts.h"
+#include "components/Values.h"
 
 namespace zt {
 
 void CreateKernelAdmin(ComPtr<KernelAdmin>& kernel) {
     // Whatever the result code says, only the object counts.
-    CoCreateInstance(CLSID_KernelAdmin, nullptr, AllServers, IID_KernelAdmin,
-                     reinterpret_cast<void**>(kernel.ReleaseAndGetAddressOf()));
+    Create<KernelAdmin>(CLSID_KernelAdmin, kernel.ReleaseAndGetAddressOf());
     if (kernel == nullptr)
         throw L"Couldn't load KV Kernel";
 }
 
-ComPtr<IObjectWithSite> ConnectStatusSite(const ComPtr<KernelAdmin>& kernel,
-                                          CStatusDispSite* statusSite) {
-    ComPtr<IObjectWithSite> kernelSite;
-    kernel.As(&kernelSite);
+ComPtr<IObjectWithSite> ConnectStatusSite(KernelAdmin* kernel, CStatusDispSite* statusSite) {
+    ComPtr<IObjectWithSite> kernelSite = Query<IObjectWithSite>(kernel);
     if (kernelSite != nullptr)
         kernelSite->SetSite(static_cast<IOleClientSite*>(statusSite));
     return kernelSite;

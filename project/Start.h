@@ -17,8 +17,7 @@ inline constexpr char ClientName[] = "ZeltorAuthor_Invisible";
 void CreateKernelAdmin(ComPtr<KernelAdmin>& kernel);
 
 // Hands the host to the kernel. Returns the kernel's site interface, null when it has none.
-ComPtr<IObjectWithSite> ConnectStatusSite(const ComPtr<KernelAdmin>& kernel,
-                                          CStatusDispSite* statusSite);
+ComPtr<IObjectWithSite> ConnectStatusSite(KernelAdmin* kernel, CStatusDispSite* statusSite);
 
 // Gives the kernel the name of the client that it works for. Raises the framework's memory
 // exception.

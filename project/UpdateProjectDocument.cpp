@@ -1,6 +1,6 @@
 #include "project/UpdateProjectDocument.h"
 
-#include "components/Texts.h"
+#include "components/Values.h"
 #include "project/EditorControl.h"
 
 namespace zt {

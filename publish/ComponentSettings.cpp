@@ -1,5 +1,6 @@
 #include "publish/ComponentSettings.h"
 
+#include "components/Creation.h"
 #include "support/Registry.h"
 #include "project/StatusDispSite.h"
 #include "publish/PropBag.h"
@@ -12,16 +13,16 @@ namespace zt {
 using Microsoft::WRL::ComPtr;
 
 bool LoadSettings(IUnknown* component, HKEY userRoot, HKEY defaultRoot, const wchar_t* keyName) {
-    ComPtr<IPersistPropertyBag> persist;
-    if (FAILED(component->QueryInterface(IID_PPV_ARGS(persist.GetAddressOf()))) || !persist)
+    const auto persist = Query<IPersistPropertyBag>(component);
+    if (!persist)
         return false;
     CPropBag bag(userRoot, defaultRoot, keyName, false);
     return bag.IsOpen() && SUCCEEDED(persist->Load(&bag, nullptr));
 }
 
 bool SaveSettings(IUnknown* component, HKEY userRoot, HKEY defaultRoot, const wchar_t* keyName) {
-    ComPtr<IPersistPropertyBag> persist;
-    if (FAILED(component->QueryInterface(IID_PPV_ARGS(persist.GetAddressOf()))) || !persist)
+    const auto persist = Query<IPersistPropertyBag>(component);
+    if (!persist)
         return false;
     CPropBag bag(userRoot, defaultRoot, keyName, true);
     return bag.IsOpen() && SUCCEEDED(persist->Save(&bag, TRUE, TRUE));

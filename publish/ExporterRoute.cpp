@@ -1,8 +1,6 @@
 #include "app/ZTInvisible.h"
-#include "components/ComponentIds.h"
 #include "components/Creation.h"
-#include "components/ErrorDescription.h"
-#include "components/Texts.h"
+#include "components/Values.h"
 #include "components/contracts/Publishing.h"
 #include "project/StatusDispSite.h"
 #include "publish/ComponentSettings.h"
@@ -17,16 +15,13 @@ namespace {
 
 ComPtr<Exporter> CreateExporter() {
     ComPtr<Exporter> exporter;
-    if (FAILED(CoCreateInstance(CLSID_Exporter, nullptr, AllServers, IID_Exporter,
-                                reinterpret_cast<void**>(exporter.GetAddressOf()))) ||
-        !exporter)
+    if (FAILED(Create<Exporter>(CLSID_Exporter, exporter.GetAddressOf())) || !exporter)
         throw L"Couldn't load IPC Exporter";
     return exporter;
 }
 
 void GiveSite(Exporter* exporter, CStatusDispSite* site) {
-    ComPtr<IObjectWithSite> sited;
-    if (SUCCEEDED(exporter->QueryInterface(IID_PPV_ARGS(sited.GetAddressOf()))) && sited)
+    if (const auto sited = Query<IObjectWithSite>(exporter); sited)
         sited->SetSite(static_cast<IOleClientSite*>(site));
 }
 
@@ -47,9 +42,9 @@ void PublishThroughExporter(CZTInvisible& app, const std::wstring& destination) 
     Exporter::PutOptionA::Call(exporter.Get(), 0);
     Exporter::PutOptionB::Call(exporter.Get(), 0);
 
-    ForgetErrorDescription();
+    ClearErrorInfo();
     if (FAILED(Exporter::Export::Call(exporter.Get())))
-        throw CString(L"ERROR publishing project: " + TakeErrorDescription());
+        throw CString(L"ERROR publishing project: " + TakeErrorInfo());
 }
 
 } // namespace zt

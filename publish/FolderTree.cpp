@@ -1,7 +1,7 @@
 #include "publish/FolderTree.h"
 
 #include "publish/ArchiveNames.h"
-#include "components/Texts.h"
+#include "components/Values.h"
 #include "publish/FolderLink.h"
 #include "publish/FolderSearch.h"
 

@@ -1,9 +1,8 @@
 #include "publish/PublicationData.h"
 
 #include "app/ZTInvisible.h"
-#include "components/ComponentIds.h"
 #include "components/Creation.h"
-#include "components/Texts.h"
+#include "components/Values.h"
 
 namespace zt {
 
@@ -23,8 +22,8 @@ std::wstring AskName(CZTInvisible& app) {
 
 ComPtr<Component3D> CreateComponent3D() {
     ComPtr<Component3D> component;
-    if (FAILED(CreateByProgId(Component3D::ProgId, nullptr, AllServers, IID_3DComponent,
-                              reinterpret_cast<void**>(component.GetAddressOf()))))
+    if (FAILED(Create<Component3D>(Component3D::ProgId, nullptr, AllServers,
+                                   component.GetAddressOf())))
         throw L"Can't create KV3D";
     return component;
 }

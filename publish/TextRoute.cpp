@@ -1,5 +1,5 @@
 #include "app/ZTInvisible.h"
-#include "components/Texts.h"
+#include "components/Values.h"
 #include "publish/ComponentSettings.h"
 #include "publish/PublicationData.h"
 #include "publish/Routes.h"

@@ -19,8 +19,7 @@ class ViewerHost {
     Microsoft::WRL::ComPtr<IDispatch> Viewer() const;
 
   private:
-    CWnd m_window;
-    CWnd m_control;
+    HiddenControl m_control;
 };
 
 } // namespace zt

@@ -1,8 +1,7 @@
 #include "app/ZTInvisible.h"
 #include "components/ByName.h"
-#include "components/ErrorDescription.h"
-#include "components/Texts.h"
 #include "components/Installation.h"
+#include "components/Values.h"
 #include "publish/ComponentSettings.h"
 #include "publish/PublicationData.h"
 #include "publish/ReferencedObjects.h"
@@ -38,7 +37,7 @@ void Configure(Component3D* component, CZTInvisible& app, IDispatch* viewer) {
 }
 
 [[noreturn]] void RaisePublishFailure() {
-    const std::wstring description = TakeErrorDescription();
+    const std::wstring description = TakeErrorInfo();
     throw CString(L"Error publishing project" +
                   (description.empty() ? description : L":\n" + description));
 }
@@ -57,7 +56,7 @@ void PublishThroughViewer(CZTInvisible& app, const std::wstring& projectName,
     Component3D::PutOptionC::Call(component.Get(), 0);
     const std::wstring first = AskFirstName(app);
     const PublicationNames names = CompleteNames({first, AskSecondName(app)}, projectName);
-    ForgetErrorDescription();
+    ClearErrorInfo();
     if (FAILED(Component3D::PublishView::Call(
             component.Get(), Borrow(MakeText(destination)), Borrow(MakeText(names.first)),
             Borrow(MakeText(names.second)), 1, 0, _variant_t(0L, VT_I4))))

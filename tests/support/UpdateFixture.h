@@ -3,7 +3,7 @@
 #pragma once
 
 #include "app/ZTInvisible.h"
-#include "framework/Adopt.h"
+#include "support/ComPtr.h"
 #include "project/UpdateProjectDocument.h"
 #include "tests/support/FakeAutomation.h"
 #include "tests/support/FakeKernel.h"

@@ -1,6 +1,6 @@
 #include "tests/support/ProjectFixture.h"
 
-#include "framework/WaitCursor.h"
+#include "framework/WinApp.h"
 
 namespace zt::test {
 namespace {
