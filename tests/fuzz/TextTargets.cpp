@@ -1,6 +1,6 @@
 #include "support/Text.h"
-#include "config/ProductText.h"
-#include "config/Selection.h"
+#include "components/InstallationTexts.h"
+#include "config/SpecificationTexts.h"
 
 #include "tests/fuzz/Targets.h"
 

@@ -1,8 +1,8 @@
 #include "config/AxesPosition.h"
 #include "support/Text.h"
-#include "config/ProductText.h"
-#include "config/Selection.h"
-#include "config/SpecificationPaths.h"
+#include "components/InstallationTexts.h"
+#include "config/SpecificationTexts.h"
+#include "config/SpecificationTexts.h"
 
 #include <gtest/gtest.h>
 

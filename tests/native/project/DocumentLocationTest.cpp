@@ -1,4 +1,4 @@
-#include "project/DocumentLocation.h"
+#include "project/ProjectRequest.h"
 
 #include <gtest/gtest.h>
 

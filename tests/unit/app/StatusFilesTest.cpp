@@ -1,4 +1,4 @@
-#include "app/StatusFiles.h"
+#include "app/Outcome.h"
 
 #include "tests/support/Files.h"
 #include "tests/support/Isolation.h"

@@ -16,7 +16,7 @@ TEST_F(DocumentUpdate, EndsWithoutTheEditorWhereNoDocumentCanBeGenerated) {
     m_project.Return<KernelProject::GenerateDocument>(E_FAIL);
     EXPECT_FALSE(Update());
     EXPECT_EQ(m_failure, std::nullopt);
-    EXPECT_EQ(Log(), "Failed to generate document\r\n");
+    EXPECT_THAT(LogLines(), ElementsAre("Failed to generate document"));
     EXPECT_THAT(m_calls, ElementsAre("project.GetDocumentName()",
                                      "project.GenerateDocument(\"handler.xsl\")",
                                      "project.GetDocumentName()"));
@@ -29,9 +29,9 @@ TEST_F(DocumentUpdate, LooksAtTheNameAndNotAtTheResultOfTheGeneration) {
         return E_FAIL;
     });
     EXPECT_TRUE(Update());
-    EXPECT_EQ(Log(), "Document 'Generated.xml' was generated in the project\r\n"
-                     "Updating document 'Generated.xml'\r\n"
-                     "Document in the project was updated\r\n");
+    EXPECT_THAT(LogLines(), ElementsAre("Document 'Generated.xml' was generated in the project",
+                                        "Updating document 'Generated.xml'",
+                                        "Document in the project was updated"));
 }
 
 TEST_F(DocumentUpdate, NotesAGeneratedDocumentAsAChangeThoughTheEditorHasNone) {
@@ -42,9 +42,9 @@ TEST_F(DocumentUpdate, NotesAGeneratedDocumentAsAChangeThoughTheEditorHasNone) {
     });
     m_control.Reads(L"cmdSave", _variant_t(false));
     EXPECT_TRUE(Update());
-    EXPECT_EQ(Log(), "Document 'Generated.xml' was generated in the project\r\n"
-                     "Updating document 'Generated.xml'\r\n"
-                     "Document is up-to-date and has not been modified\r\n");
+    EXPECT_THAT(LogLines(), ElementsAre("Document 'Generated.xml' was generated in the project",
+                                        "Updating document 'Generated.xml'",
+                                        "Document is up-to-date and has not been modified"));
 }
 
 TEST_F(DocumentUpdate, GeneratesNothingWhereTheProjectHasADocument) {
@@ -55,9 +55,9 @@ TEST_F(DocumentUpdate, GeneratesNothingWhereTheProjectHasADocument) {
 TEST_F(DocumentUpdate, TakesANameThatCannotBeReadForNone) {
     m_project.Return<KernelProject::GetDocumentName>(E_FAIL);
     m_project.Return<KernelProject::GenerateDocument>(S_OK);
-    m_app.m_bstrDocumentHandler = static_cast<const wchar_t*>(nullptr);
+    m_documentHandler = static_cast<const wchar_t*>(nullptr);
     EXPECT_FALSE(Update());
-    EXPECT_EQ(Log(), "Failed to generate document\r\n");
+    EXPECT_THAT(LogLines(), ElementsAre("Failed to generate document"));
     EXPECT_THAT(Calls(), Contains("project.GenerateDocument(null)"));
 }
 
@@ -76,11 +76,12 @@ TEST_F(DocumentUpdate, AsksTheProjectAndTheEditorInThisOrder) {
                             "document.get Host", "host.find Run", "host.call Run \"OnSaveToCMS\"",
                             "control.find cmdSave", "control.put cmdSave true", "Deactivate",
                             "Close", "ClearClientSite", "gone"));
-    EXPECT_EQ(Log(), "Updating document 'Manual.xml'\r\nDocument in the project was updated\r\n");
+    EXPECT_THAT(LogLines(), ElementsAre("Updating document 'Manual.xml'",
+                                        "Document in the project was updated"));
 }
 
 TEST_F(DocumentUpdate, RemovesTheChangeMarksFirstForANewRevision) {
-    m_app.m_bNewRevision = true;
+    m_newRevision = true;
     EXPECT_TRUE(Update());
     CallList commands;
     for (const std::string& call : m_calls)
@@ -175,7 +176,7 @@ TEST_F(DocumentUpdate, FailsWhereTheControlCannotBeCreated) {
     m_traits.creation = E_OUTOFMEMORY;
     EXPECT_FALSE(Update());
     EXPECT_EQ(m_failure, NotInitialised);
-    EXPECT_EQ(Log(), "Updating document 'Manual.xml'\r\n");
+    EXPECT_THAT(LogLines(), ElementsAre("Updating document 'Manual.xml'"));
 }
 
 TEST_F(DocumentUpdate, FailsWhereTheControlCannotBeHosted) {
@@ -206,7 +207,7 @@ TEST_F(DocumentUpdate, FailsWhereTheEditorHasLoadedNothing) {
     EXPECT_THAT(m_calls, Not(Contains(HasSubstr("cmdSave"))));
 }
 
-TEST_F(DocumentUpdate, BelievesAnyBooleanButZero) {
+TEST_F(DocumentUpdate, TakesAnyBooleanButZeroForTrue) {
     VARIANT one = {};
     one.vt = VT_BOOL;
     one.boolVal = 1;
@@ -216,13 +217,13 @@ TEST_F(DocumentUpdate, BelievesAnyBooleanButZero) {
     EXPECT_EQ(m_failure, std::nullopt);
 }
 
-TEST_F(DocumentUpdate, BelievesAControlThatCannotTellWhetherItHasADocument) {
+TEST_F(DocumentUpdate, AcceptsAControlThatCannotReportWhetherItHasADocument) {
     m_control.Forget(L"cmdHasDocument");
     EXPECT_TRUE(Update());
     EXPECT_THAT(m_calls, Not(Contains("control.get cmdHasDocument")));
 }
 
-TEST_F(DocumentUpdate, BelievesAControlThatFailsToTellWhetherItHasADocument) {
+TEST_F(DocumentUpdate, AcceptsAControlThatFailsToReportWhetherItHasADocument) {
     m_control.Returns(L"cmdHasDocument", DISPATCH_PROPERTYGET, DISP_E_EXCEPTION);
     EXPECT_TRUE(Update());
     EXPECT_EQ(m_failure, std::nullopt);
@@ -239,9 +240,9 @@ TEST_F(DocumentUpdate, LeavesADocumentAloneThatHasNoUnsavedChanges) {
         EXPECT_THAT(m_calls, AllOf(Not(Contains(HasSubstr("XMED"))),
                                    Not(Contains(HasSubstr("control.put cmdSave")))));
     }
-    const std::string once = "Updating document 'Manual.xml'\r\n"
-                             "Document is up-to-date and has not been modified\r\n";
-    EXPECT_EQ(Log(), once + once + once);
+    const std::vector<std::string> once = {"Updating document 'Manual.xml'",
+                                           "Document is up-to-date and has not been modified"};
+    EXPECT_THAT(LogLines(), ElementsAre(once[0], once[1], once[0], once[1], once[0], once[1]));
 }
 
 TEST_F(DocumentUpdate, LeavesADocumentAloneWhoseChangesCannotBeAskedFor) {
@@ -287,8 +288,8 @@ TEST_F(DocumentUpdate, SavesWithoutTheCommandsWhereALinkIsNull) {
                 AllOf(Contains("control.put cmdSave true"), Not(Contains(HasSubstr("document.")))));
 }
 
-TEST_F(DocumentUpdate, DoesNotLookAtWhatTheCommandsAnswer) {
-    m_app.m_bNewRevision = true;
+TEST_F(DocumentUpdate, IgnoresTheCommandsResults) {
+    m_newRevision = true;
     m_host.Returns(L"Run", DISPATCH_METHOD, DISP_E_EXCEPTION);
     EXPECT_TRUE(Update());
     EXPECT_EQ(m_failure, std::nullopt);
@@ -304,7 +305,7 @@ TEST_F(DocumentUpdate, FailsWhereTheDocumentCannotBeSaved) {
     m_control.Returns(L"cmdSave", DISPATCH_PROPERTYPUT, E_ACCESSDENIED);
     EXPECT_FALSE(Update());
     EXPECT_EQ(m_failure, L"Error updating document");
-    EXPECT_EQ(Log(), "Updating document 'Manual.xml'\r\n");
+    EXPECT_THAT(LogLines(), ElementsAre("Updating document 'Manual.xml'"));
     EXPECT_THAT(m_calls, Not(Contains("control.putref cmdSave true")));
 }
 
@@ -318,14 +319,14 @@ TEST_F(DocumentUpdate, FailsWhereTheSaveIsNotFoundAnyMore) {
     EXPECT_EQ(m_failure, L"Error updating document");
 }
 
-TEST_F(DocumentUpdate, PullsTheControlDownWhereItFails) {
+TEST_F(DocumentUpdate, TearsTheControlDownWhereItFails) {
     m_control.Returns(L"cmdSave", DISPATCH_PROPERTYPUT, E_FAIL);
     EXPECT_FALSE(Update());
     const CallList end(m_calls.end() - 4, m_calls.end());
     EXPECT_THAT(end, ElementsAre("Deactivate", "Close", "ClearClientSite", "gone"));
 }
 
-TEST_F(DocumentUpdate, LetsGoOfTheChainBeforeTheControlGoes) {
+TEST_F(DocumentUpdate, ReleasesTheChainBeforeTheControl) {
     m_control.On(L"cmdSave", DISPATCH_PROPERTYPUT, [this](const DISPPARAMS&, VARIANT*) {
         EXPECT_EQ(m_host.References(), 2);
         return S_OK;
@@ -351,8 +352,8 @@ TEST_F(DocumentUpdate, ReportsAValueThatCannotBeCleared) {
         exception->Delete();
     }
     EXPECT_EQ(raised, DISP_E_ARRAYISLOCKED);
-    EXPECT_EQ(Log(), "Updating document 'Manual.xml'\r\n"
-                     "Document is up-to-date and has not been modified\r\n");
+    EXPECT_THAT(LogLines(), ElementsAre("Updating document 'Manual.xml'",
+                                        "Document is up-to-date and has not been modified"));
     SafeArrayUnlock(array);
     SafeArrayDestroy(array);
 }

@@ -1,4 +1,4 @@
-#include "config/DataFolder.h"
+#include "components/Installation.h"
 
 #include "tests/support/Isolation.h"
 

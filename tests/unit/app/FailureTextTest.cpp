@@ -1,4 +1,4 @@
-#include "app/Failure.h"
+#include "app/Outcome.h"
 
 #include "framework/Exceptions.h"
 

@@ -1,9 +1,8 @@
-#include "config/FindAxesModel.h"
+#include "config/Axes.h"
 
 #include "tests/support/Fixtures.h"
 #include "tests/support/Isolation.h"
 
-#include <comdef.h>
 #include <gmock/gmock.h>
 
 namespace zt::test {
@@ -16,12 +15,6 @@ class AxesModel : public testing::Test {
     void Catalogue(std::string_view bytes) {
         WriteFile(m_data.Path(L"Morvenit\\KVProductFamily\\Axes\\axes.xml"), bytes);
     }
-    static std::wstring Find(const wchar_t* id) {
-        _bstr_t path;
-        FindAxesModel(id, path.GetAddress());
-        EXPECT_NE(static_cast<const wchar_t*>(path), nullptr);
-        return std::wstring(path, path.length());
-    }
 
     TemporaryFolder m_data;
     RegistryOverride m_machine{HKEY_LOCAL_MACHINE};
@@ -30,20 +23,20 @@ class AxesModel : public testing::Test {
 TEST_F(AxesModel, IsTheFileThatTheCatalogueNames) {
     Catalogue("<models><axes id=\"a\"><vrmlfile>one.wrl</vrmlfile></axes>"
               "<axes id=\"b\"><other/><vrmlfile>sub\\two %s.vrml</vrmlfile></axes></models>");
-    EXPECT_EQ(Find(L"a"), L"one.wrl");
-    EXPECT_EQ(Find(L"b"), L"sub\\two %s.vrml");
+    EXPECT_EQ(FindAxesModel(L"a"), L"one.wrl");
+    EXPECT_EQ(FindAxesModel(L"b"), L"sub\\two %s.vrml");
 }
 
 TEST_F(AxesModel, IsFoundByTheExactId) {
     Catalogue("<models><axes id=\"Std\"><vrmlfile>wrong.wrl</vrmlfile></axes></models>");
-    EXPECT_EQ(Find(L"std"), L"std.wrl");
-    EXPECT_EQ(Find(L"Std "), L"Std .wrl");
+    EXPECT_EQ(FindAxesModel(L"std"), L"std.wrl");
+    EXPECT_EQ(FindAxesModel(L"Std "), L"Std .wrl");
 }
 
 TEST_F(AxesModel, IsTheFirstOneOfItsId) {
     Catalogue("<models><axes id=\"a\"><vrmlfile>one.wrl</vrmlfile><vrmlfile>x</vrmlfile></axes>"
               "<axes id=\"a\"><vrmlfile>two.wrl</vrmlfile></axes></models>");
-    EXPECT_EQ(Find(L"a"), L"one.wrl");
+    EXPECT_EQ(FindAxesModel(L"a"), L"one.wrl");
 }
 
 TEST_F(AxesModel, IsNamedAfterItsIdWhenTheCatalogueDoesNotTell) {
@@ -54,25 +47,24 @@ TEST_F(AxesModel, IsNamedAfterItsIdWhenTheCatalogueDoesNotTell) {
           "<models><group><axes id=\"std\"><vrmlfile>x.wrl</vrmlfile></axes></group></models>",
           "<all><axes id=\"std\"><vrmlfile>x.wrl</vrmlfile></axes></all>"}) {
         Catalogue(catalogue);
-        EXPECT_EQ(Find(L"std"), L"std.wrl") << catalogue;
+        EXPECT_EQ(FindAxesModel(L"std"), L"std.wrl") << catalogue;
     }
 }
 
 TEST_F(AxesModel, IsNamedAfterItsIdWithoutACatalogue) {
-    EXPECT_EQ(Find(L"std"), L"std.wrl");
-    EXPECT_EQ(Find(L""), L".wrl");
-    EXPECT_EQ(Find(nullptr), L".wrl");
+    EXPECT_EQ(FindAxesModel(L"std"), L"std.wrl");
+    EXPECT_EQ(FindAxesModel(L""), L".wrl");
 }
 
 TEST_F(AxesModel, IsNamedAfterItsIdWhenTheCatalogueCannotBeRead) {
     for (const char* catalogue :
          {"", "text", "<models>", "<models><axes id=\"std\"><vrmlfile>x.wrl</vrmlfile></models>"}) {
         Catalogue(catalogue);
-        EXPECT_EQ(Find(L"std"), L"std.wrl") << catalogue;
+        EXPECT_EQ(FindAxesModel(L"std"), L"std.wrl") << catalogue;
     }
     std::filesystem::remove(m_data.Path(L"Morvenit\\KVProductFamily\\Axes\\axes.xml"));
     std::filesystem::create_directory(m_data.Path(L"Morvenit\\KVProductFamily\\Axes\\axes.xml"));
-    EXPECT_EQ(Find(L"std"), L"std.wrl");
+    EXPECT_EQ(FindAxesModel(L"std"), L"std.wrl");
 }
 
 TEST_F(AxesModel, IsNamedAfterAnIdThatCannotBeSelected) {
@@ -82,22 +74,22 @@ TEST_F(AxesModel, IsNamedAfterAnIdThatCannotBeSelected) {
          {std::wstring(L"it's"), std::wstring(L"'"), std::wstring(L"x' or '1'='1"),
           std::wstring(L"1']/vrmlfile | //vrmlfile['"), std::wstring(L"\x02"),
           std::wstring(30'000, L'\'')})
-        EXPECT_EQ(Find(id.c_str()), id + L".wrl");
+        EXPECT_EQ(FindAxesModel(id), id + L".wrl");
 }
 
 TEST_F(AxesModel, IsFoundByAnIdOfAnyOtherCharacters) {
     Catalogue("<models><axes id=\"a&quot;]|/*\\&lt;\xC3\xA4\"><vrmlfile>odd.wrl</vrmlfile></axes>"
               "<axes id=\"\"><vrmlfile>empty.wrl</vrmlfile></axes></models>");
-    EXPECT_EQ(Find(L"a\"]|/*\\<\x00E4"), L"odd.wrl");
-    EXPECT_EQ(Find(L""), L"empty.wrl");
+    EXPECT_EQ(FindAxesModel(L"a\"]|/*\\<\x00E4"), L"odd.wrl");
+    EXPECT_EQ(FindAxesModel(L""), L"empty.wrl");
     const std::wstring longId(30'000, L'x');
-    EXPECT_EQ(Find(longId.c_str()), longId + L".wrl");
+    EXPECT_EQ(FindAxesModel(longId), longId + L".wrl");
 }
 
 TEST_F(AxesModel, IsLookedForBelowTheRootWhenTheDataFolderIsEmpty) {
     Catalogue("<models><axes id=\"std\"><vrmlfile>wrong.wrl</vrmlfile></axes></models>");
     m_machine.SetText(L"Software\\Morvenit", L"ZeltorDataFolder", L"");
-    EXPECT_EQ(Find(L"std"), L"std.wrl");
+    EXPECT_EQ(FindAxesModel(L"std"), L"std.wrl");
 }
 
 } // namespace

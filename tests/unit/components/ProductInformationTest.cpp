@@ -1,4 +1,4 @@
-#include "config/ProductInformation.h"
+#include "components/Installation.h"
 
 #include "tests/support/Fixtures.h"
 #include "tests/support/Isolation.h"
@@ -16,12 +16,12 @@ class Product : public testing::Test {
     // "FileVersion" as it stands in the executable that the stored text leads to.
     std::wstring FileVersionAfterStoring(const std::wstring& text) {
         m_machine.SetText(Key, ValueName, text);
-        m_product.SetProduct(L"ZeltorManual");
+        m_product.SetProduct(FactsOf(SpecificationClass::Proc));
         return m_product.GetVersionString(L"FileVersion");
     }
     std::wstring FileVersionAfterStoringBytes(DWORD type, const void* data, std::size_t size) {
         m_machine.Set(Key, ValueName, type, data, size);
-        m_product.SetProduct(L"ZeltorManual");
+        m_product.SetProduct(FactsOf(SpecificationClass::Proc));
         return m_product.GetVersionString(L"FileVersion");
     }
 
@@ -63,7 +63,7 @@ TEST_F(Product, TakesATextWithoutQuotesAsThePathWithItsArguments) {
 }
 
 TEST_F(Product, HasNoVersionWithoutAnInstalledExecutable) {
-    m_product.SetProduct(L"ZeltorManual");
+    m_product.SetProduct(FactsOf(SpecificationClass::Proc));
     EXPECT_EQ(m_product.GetVersionString(L"FileVersion"), L"");
     EXPECT_EQ(m_product.GetFileVersion(), L"");
     for (const wchar_t* useless : {L"", L"\"", L"\"\"", L"C:\\no\\such.exe", L"C:\\windows", L"\\"})
@@ -109,10 +109,10 @@ TEST_F(Product, ForgetsTheExecutableThatIsNoLongerInTheRegistry) {
 }
 
 TEST_F(Product, NamesItsRegistryKey) {
-    m_product.SetProduct(L"ZeltorManual");
+    m_product.SetProduct(FactsOf(SpecificationClass::Proc));
     EXPECT_EQ(m_product.GetProductRegistryKey(false), L"Software\\Morvenit\\ZeltorManual\\1.4");
     EXPECT_EQ(m_product.GetProductRegistryKey(true), L"Software\\Morvenit\\ZeltorManual");
-    m_product.SetProduct(L"ZeltorText");
+    m_product.SetProduct(FactsOf(SpecificationClass::Text));
     EXPECT_EQ(m_product.GetProductRegistryKey(false), L"Software\\Morvenit\\ZeltorText\\1.0");
 }
 
