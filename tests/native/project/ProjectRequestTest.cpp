@@ -37,5 +37,9 @@ INSTANTIATE_TEST_SUITE_P(
                     Case{"ServerShare", L"\\\\srv\\s\\b.xml", L"\\\\srv\\s", L"\\\\srv\\s\\b.xml"}),
     [](const auto& one) { return one.param.name; });
 
+TEST(ArchiveFile, IsNamedAfterTheProject) {
+    EXPECT_EQ(ArchiveFileName(L"P.rev2"), L"P.rev2.kvp");
+}
+
 } // namespace
 } // namespace zt::test

@@ -1,48 +1,10 @@
-#include "config/AxesPosition.h"
-#include "support/Text.h"
-#include "components/InstallationTexts.h"
-#include "config/SpecificationTexts.h"
+#include "config/Axes.h"
 #include "config/SpecificationTexts.h"
 
 #include <gtest/gtest.h>
 
-#include <cwchar>
-
 namespace zt {
 namespace {
-
-TEST(IntegerText, IsTheNumberThatTheTextBeginsWith) {
-    const struct {
-        const wchar_t* text;
-        std::int32_t number;
-    } rules[] = {
-        {nullptr, 0},
-        {L"", 0},
-        {L"7", 7},
-        {L"10", 10},
-        {L"010", 10},
-        {L"2a", 2},
-        {L"2.9", 2},
-        {L"0x10", 0},
-        {L"version 3", 0},
-        {L" \t\r\n12", 12},
-        {L"+5", 5},
-        {L"-5", -5},
-        {L"- 5", 0},
-        {L"+-5", 0},
-        {L"1 000", 1},
-        {L"2147483647", 2147483647},
-        {L"-2147483648", -2147483647 - 1},
-        {L"2147483648", 2147483647},
-        {L"-2147483649", -2147483647 - 1},
-        {L"4294967297", 2147483647},
-        {L"99999999999999999999999999", 2147483647},
-        {L"-99999999999999999999999999", -2147483647 - 1},
-    };
-    for (const auto& rule : rules)
-        EXPECT_EQ(LeadingInteger(rule.text), rule.number)
-            << testing::PrintToString(rule.text != nullptr ? rule.text : L"(null)");
-}
 
 TEST(AxesPosition, TakesXIntoTheLowHalf) {
     EXPECT_EQ(DefaultAxesPosition, 0x000F0055U);
@@ -69,53 +31,6 @@ TEST(AxesPosition, TakesTheLowHalfOfYIntoTheHighHalf) {
     EXPECT_EQ(WithAxesY(0x000F0055, -1), 0xFFFF0055U);
     EXPECT_EQ(WithAxesY(0x000F0055, -2147483647 - 1), 0x00000055U);
     EXPECT_EQ(WithAxesY(0xFFFFFFFF, 3), 0x0003FFFFU);
-}
-
-TEST(ProductText, MakesAVersionDotted) {
-    EXPECT_EQ(DottedVersion(L"1, 4, 0, 12"), L"1.4.0.12");
-    EXPECT_EQ(DottedVersion(L"1.4.0.12"), L"1.4.0.12");
-    EXPECT_EQ(DottedVersion(L"  2 ,,3 beta "), L"2..3beta");
-    // Only blanks go.
-    EXPECT_EQ(DottedVersion(L"1,\t2"), L"1.\t2");
-    EXPECT_EQ(DottedVersion(L""), L"");
-}
-
-TEST(ProductText, KeepsThePathOfACommand) {
-    const struct {
-        const wchar_t* command;
-        const wchar_t* path;
-    } rules[] = {
-        {L"", L""},
-        {L"C:\\Program Files\\Z\\z.exe", L"C:\\Program Files\\Z\\z.exe"},
-        {L"C:\\z.exe /a \"b\"", L"C:\\z.exe /a \"b\""},
-        {L"\"C:\\Program Files\\Z\\z.exe\"", L"C:\\Program Files\\Z\\z.exe"},
-        {L"\"C:\\Program Files\\Z\\z.exe\" /a /b", L"C:\\Program Files\\Z\\z.exe"},
-        {L"\"C:\\z.exe\" \"b\"", L"C:\\z.exe\" \"b"},
-        {L"\"C:\\z.exe", L""},
-        {L"\"", L""},
-        {L"\"\"", L""},
-        {L" \"C:\\z.exe\"", L" \"C:\\z.exe\""},
-    };
-    for (const auto& rule : rules)
-        EXPECT_EQ(PathOfCommand(rule.command), rule.path);
-}
-
-TEST(ProductText, NamesTheRegistryKeyOfAProduct) {
-    EXPECT_EQ(ProductKeyName(L"ZeltorCatalog", false), L"Software\\Morvenit\\ZeltorCatalog\\1.4");
-    EXPECT_EQ(ProductKeyName(L"ZeltorManual", false), L"Software\\Morvenit\\ZeltorManual\\1.4");
-    EXPECT_EQ(ProductKeyName(L"ZeltorLearning", false), L"Software\\Morvenit\\ZeltorLearning\\1.4");
-    EXPECT_EQ(ProductKeyName(L"ZeltorText", false), L"Software\\Morvenit\\ZeltorText\\1.0");
-    EXPECT_EQ(ProductKeyName(L"ZeltorIllustrator", false),
-              L"Software\\Morvenit\\ZeltorIllustrator\\1.0");
-    // The case counts, and so does every character.
-    EXPECT_EQ(ProductKeyName(L"zeltortext", false), L"Software\\Morvenit\\zeltortext\\1.4");
-    EXPECT_EQ(ProductKeyName(L"ZeltorText2", false), L"Software\\Morvenit\\ZeltorText2\\1.4");
-    EXPECT_EQ(ProductKeyName(L"", false), L"Software\\Morvenit\\\\1.4");
-}
-
-TEST(ProductText, LeavesTheVersionOutOfTheKeyOnRequest) {
-    EXPECT_EQ(ProductKeyName(L"ZeltorManual", true), L"Software\\Morvenit\\ZeltorManual");
-    EXPECT_EQ(ProductKeyName(L"ZeltorText", true), L"Software\\Morvenit\\ZeltorText");
 }
 
 TEST(SpecificationPaths, LieBelowTheDataFolder) {
