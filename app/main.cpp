@@ -5,7 +5,7 @@
 #include <windows.h>
 #include <objbase.h>
 
-// The runtime of some toolchains expands wildcards in arguments unless told not to.
+// The runtime of some toolchains expands wildcards in arguments unless this is 0.
 extern "C" {
 int _dowildcard = 0;
 }

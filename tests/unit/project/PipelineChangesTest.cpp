@@ -141,7 +141,7 @@ TEST_F(PipelineMetadata, FailsWhereTheValueIsRefused) {
     EXPECT_EQ(metadata.References(), 0);
 }
 
-TEST_F(PipelineMetadata, ThatDoesNotChangeIsNeitherToldNorSaved) {
+TEST_F(PipelineMetadata, ThatDoesNotChangeIsNeitherLoggedNorSaved) {
     wanted[L"Title"] = {L"T", true};
     for (const HRESULT unchanged : {S_FALSE, static_cast<HRESULT>(0x00040000)}) {
         Returns<MetadataItem::SetValue>(item, unchanged);
@@ -152,7 +152,7 @@ TEST_F(PipelineMetadata, ThatDoesNotChangeIsNeitherToldNorSaved) {
     EXPECT_EQ(Count("KernelAdmin.SetSaveMode"), 0);
 }
 
-TEST_F(PipelineMetadata, WithPercentSignsAndQuotesIsToldAsItStands) {
+TEST_F(PipelineMetadata, WithPercentSignsAndQuotesIsLoggedAsItStands) {
     wanted[L"100%s 'x'"] = {L"%d%n \"y\"", true};
     EXPECT_EQ(Run(), L"");
     EXPECT_EQ(Count("log: Value of metadata '100%s 'x'' set to '%d%n \"y\"'"), 1);
@@ -173,7 +173,7 @@ TEST_F(PipelineMetadata, RaisesTheResultCodeWhereAValueCannotBeFreed) {
 
 // ---- rename ----
 
-TEST_F(PipelineChanges, ARenameIsToldAndSaved) {
+TEST_F(PipelineChanges, ARenameIsLoggedAndSaved) {
     request.newProjectName = L"Pump 2";
     EXPECT_EQ(Run(), L"");
     EXPECT_EQ(Count("KernelProject.Rename(\"Pump 2\")"), 1);

@@ -241,14 +241,14 @@ TEST_F(PipelineStart, FailsWhereTheSpecificationIsNotLoaded) {
     EXPECT_EQ(Count("log: Specification"), 0);
 }
 
-TEST_F(PipelineStart, RequiresNoVersionWhereTheProjectTellsNone) {
+TEST_F(PipelineStart, RequiresNoVersionWhereTheProjectNamesNone) {
     Returns<KernelProject::GetSpecificationVersion>(project, SomeFailure);
     EXPECT_EQ(Run(), L"");
     EXPECT_EQ(Count("load the specification Pumps, null"), 1);
     EXPECT_EQ(Count("log: Specification 'Pumps', v. loaded"), 1);
 }
 
-TEST_F(PipelineStart, TellsTheProjectTheLanguageThatTheSpecificationChose) {
+TEST_F(PipelineStart, GivesTheProjectTheLanguageThatTheSpecificationChose) {
     Returns<KernelProject::GetLanguage>(project, SomeFailure);
     services.loadSpecification = [this](const wchar_t*, const wchar_t*) {
         EXPECT_EQ(language.length(), 0u);
