@@ -48,15 +48,6 @@ void ClearVariant(VARIANT& value) {
         AfxThrowOleException(cleared);
 }
 
-bool ConvertVariant(VARIANT& value, VARTYPE type) {
-    if (value.vt == VT_EMPTY || value.vt == VT_NULL)
-        return false;
-    const HRESULT converted = value.vt == type ? S_OK : VariantChangeType(&value, &value, 0, type);
-    if (FAILED(converted))
-        AfxThrowOleException(converted);
-    return true;
-}
-
 _bstr_t TextElement(const VARIANT& array, LONG first, LONG second) {
     _bstr_t text;
     if (array.vt != (VT_ARRAY | VT_BSTR) || !HoldsTexts(array.parray))
