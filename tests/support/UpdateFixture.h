@@ -5,7 +5,7 @@
 #include "app/ZTInvisible.h"
 #include "support/ComPtr.h"
 #include "project/UpdateProjectDocument.h"
-#include "tests/support/FakeAutomation.h"
+#include "tests/support/FakeDispatch.h"
 #include "tests/support/FakeKernel.h"
 #include "tests/support/Isolation.h"
 #include "tests/support/TestClasses.h"
@@ -87,10 +87,10 @@ class DocumentUpdate : public testing::Test {
     TemporaryFolder m_folder;
     FakeObject<KernelProject> m_project{m_calls, "project"};
     FakeObject<KernelAdmin> m_admin{m_calls, "admin"};
-    FakeAutomation m_host{m_calls, "host"};
-    FakeAutomation m_document{m_calls, "document"};
-    FakeAutomation m_editor{m_calls, "editor"};
-    FakeAutomation m_control{m_calls, "control"};
+    FakeDispatch m_host{m_calls, "host"};
+    FakeDispatch m_document{m_calls, "document"};
+    FakeDispatch m_editor{m_calls, "editor"};
+    FakeDispatch m_control{m_calls, "control"};
     ControlTraits m_traits;
     CZTInvisible m_app;
     std::optional<std::wstring> m_failure;
