@@ -15,7 +15,7 @@ namespace zt {
 
 namespace detail {
 
-// A call's result as the type that stands for it; one that holds nothing gives an empty one.
+// A call's result as its C++ type; empty where the component returned no value.
 inline _bstr_t Take(Text, _variant_t value) {
     return value.vt == VT_BSTR ? _bstr_t(value.Detach().bstrVal, false) : _bstr_t();
 }

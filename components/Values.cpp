@@ -22,7 +22,7 @@ _bstr_t TakeOver(BSTR text) {
 }
 
 // Whether SafeArrayGetElement writes one BSTR of the caller's and reads at most two indices. The
-// VARIANT's type alone does not tell: it is the component's word, the descriptor decides.
+// VARIANT's type alone does not prove it: the component sets it; the descriptor decides.
 bool HoldsTexts(const SAFEARRAY* array) {
     return array != nullptr && array->cDims >= 1 && array->cDims <= 2 &&
            (array->fFeatures & FADF_BSTR) != 0 && array->cbElements == sizeof(BSTR);

@@ -17,7 +17,7 @@ void ConvertResult(_variant_t& value, VARTYPE type) {
 }
 
 // An object that can be run is run before it is asked for more. The platform's own helper does the
-// same, but falls over one that says it can and hands over nothing.
+// same, but crashes on one that answers the interface with null.
 HRESULT Run(IUnknown* object) {
     ComPtr<IRunnableObject> runnable;
     if (FAILED(object->QueryInterface(IID_PPV_ARGS(&runnable))) || runnable == nullptr)
