@@ -4,7 +4,7 @@
 
 #include "support/ComPtr.h"
 #include "project/UpdateProjectDocument.h"
-#include "tests/support/FakeAutomation.h"
+#include "tests/support/FakeDispatch.h"
 #include "tests/support/FakeKernel.h"
 #include "tests/support/RecordingLog.h"
 #include "tests/support/TestClasses.h"
@@ -80,10 +80,10 @@ class DocumentUpdate : public testing::Test {
     RecordingLog m_log{m_logged};
     FakeObject<KernelProject> m_project{m_calls, "project"};
     FakeObject<KernelAdmin> m_admin{m_calls, "admin"};
-    FakeAutomation m_host{m_calls, "host"};
-    FakeAutomation m_document{m_calls, "document"};
-    FakeAutomation m_editor{m_calls, "editor"};
-    FakeAutomation m_control{m_calls, "control"};
+    FakeDispatch m_host{m_calls, "host"};
+    FakeDispatch m_document{m_calls, "document"};
+    FakeDispatch m_editor{m_calls, "editor"};
+    FakeDispatch m_control{m_calls, "control"};
     ControlTraits m_traits;
     std::optional<std::wstring> m_failure;
 };

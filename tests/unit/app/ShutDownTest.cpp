@@ -1,5 +1,5 @@
 // The end of the kernel's and the configuration's use.
-#include "tests/support/RecordingDispatch.h"
+#include "tests/support/FakeDispatch.h"
 #include "tests/support/RunFixture.h"
 
 #include "framework/Exceptions.h"
@@ -25,8 +25,7 @@ class ShutDown : public test::RunFixture {
             EXPECT_EQ(m_admin.References(), 1);
             return m_kernelResult;
         });
-        m_configuration.m_answer = [this](const test::RecordingDispatch::Call& call, VARIANT*,
-                                          EXCEPINFO*) {
+        m_configuration.answer = [this](const test::Invocation& call, VARIANT*, EXCEPINFO*) {
             m_calls.push_back("Configuration " + std::to_string(call.id));
             EXPECT_EQ(m_admin.References(), 0);
             return m_closing;
@@ -52,7 +51,7 @@ class ShutDown : public test::RunFixture {
     test::FakeObject<ExportHandler> m_export{m_calls};
     test::FakeObject<KernelProject> m_sequence{m_calls, "sequence"};
     test::FakeObject<KernelProject> m_notification{m_calls, "notification"};
-    test::RecordingDispatch m_configuration;
+    test::FakeDispatch m_configuration;
     HRESULT m_kernelResult = S_OK;
     HRESULT m_closing = S_OK;
 };
@@ -63,8 +62,8 @@ TEST_F(ShutDown, ClosesTheProjectsReleasesThemEndsTheKernelAndClosesTheConfigura
     m_app.ShutDownKernel();
     EXPECT_THAT(m_calls, ElementsAre("KernelAdmin.CloseProjects(-1)", "KernelAdmin.ShutDown(-1)",
                                      "Configuration 13"));
-    ASSERT_EQ(m_configuration.m_calls.size(), 1U);
-    const auto& close = m_configuration.m_calls[0];
+    ASSERT_EQ(m_configuration.invocations.size(), 1U);
+    const auto& close = m_configuration.invocations[0];
     EXPECT_EQ(close.kind, DISPATCH_METHOD);
     ASSERT_EQ(close.arguments.size(), 1U);
     EXPECT_EQ(close.arguments[0].vt, VT_BOOL);
@@ -120,9 +119,9 @@ TEST_F(ShutDown, LeavesTheConfigurationToTheApplicationObjectsEnd) {
         CZTInvisible app;
         FillConfiguration(app);
         app.ShutDownKernel();
-        EXPECT_EQ(m_configuration.m_references, 1);
+        EXPECT_EQ(m_configuration.References(), 1);
     }
-    EXPECT_EQ(m_configuration.m_references, 0);
+    EXPECT_EQ(m_configuration.References(), 0);
 }
 
 TEST_F(ShutDown, LeavesNothingToTheApplicationObjectsEndThatIsNotReleasedThere) {

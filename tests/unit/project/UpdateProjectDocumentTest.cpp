@@ -92,32 +92,34 @@ TEST_F(DocumentUpdate, RemovesTheChangeMarksFirstForANewRevision) {
 }
 
 TEST_F(DocumentUpdate, HostsTheControlInAnInvisibleWindowOfSixteenPixels) {
-    m_control.On(L"cmdHasDocument", DISPATCH_PROPERTYGET, [](const DISPPARAMS&, VARIANT* result) {
-        ComPtr<IOleInPlaceSite> site;
-        HWND host = nullptr;
-        EXPECT_EQ(ControlRecord::Get().site->QueryInterface(IID_PPV_ARGS(&site)), S_OK);
-        EXPECT_EQ(site->GetWindow(&host), S_OK);
-        EXPECT_FALSE(IsWindowVisible(host));
-        // The system adds its own bit for windows that clip their siblings.
-        EXPECT_EQ(GetWindowLongW(host, GWL_STYLE) & ~WS_CLIPSIBLINGS,
-                  static_cast<LONG>(0x80000000));
-        EXPECT_EQ(GetWindowLongW(host, GWL_EXSTYLE), 0);
-        EXPECT_EQ(GetClassLongW(host, GCL_STYLE), 0u);
-        EXPECT_EQ(GetWindowTextLengthW(host), 0);
-        EXPECT_EQ(GetWindow(host, GW_OWNER), nullptr);
-        RECT rect = {};
-        GetWindowRect(host, &rect);
-        EXPECT_EQ(rect.left, 0);
-        EXPECT_EQ(rect.top, 0);
-        EXPECT_EQ(rect.right, 16);
-        EXPECT_EQ(rect.bottom, 16);
-        const HWND control = GetWindow(host, GW_CHILD);
-        EXPECT_EQ(GetDlgCtrlID(control), 0);
-        EXPECT_EQ(GetWindowLongW(control, GWL_STYLE) & 0x50000000, 0x50000000);
-        result->vt = VT_BOOL;
-        result->boolVal = VARIANT_TRUE;
-        return S_OK;
-    });
+    m_control.On(L"cmdHasDocument", DISPATCH_PROPERTYGET,
+                 [](const Invocation&, VARIANT* result, EXCEPINFO*) {
+                     ComPtr<IOleInPlaceSite> site;
+                     HWND host = nullptr;
+                     EXPECT_EQ(ControlRecord::Get().site->QueryInterface(IID_PPV_ARGS(&site)),
+                               S_OK);
+                     EXPECT_EQ(site->GetWindow(&host), S_OK);
+                     EXPECT_FALSE(IsWindowVisible(host));
+                     // The system adds its own bit for windows that clip their siblings.
+                     EXPECT_EQ(GetWindowLongW(host, GWL_STYLE) & ~WS_CLIPSIBLINGS,
+                               static_cast<LONG>(0x80000000));
+                     EXPECT_EQ(GetWindowLongW(host, GWL_EXSTYLE), 0);
+                     EXPECT_EQ(GetClassLongW(host, GCL_STYLE), 0u);
+                     EXPECT_EQ(GetWindowTextLengthW(host), 0);
+                     EXPECT_EQ(GetWindow(host, GW_OWNER), nullptr);
+                     RECT rect = {};
+                     GetWindowRect(host, &rect);
+                     EXPECT_EQ(rect.left, 0);
+                     EXPECT_EQ(rect.top, 0);
+                     EXPECT_EQ(rect.right, 16);
+                     EXPECT_EQ(rect.bottom, 16);
+                     const HWND control = GetWindow(host, GW_CHILD);
+                     EXPECT_EQ(GetDlgCtrlID(control), 0);
+                     EXPECT_EQ(GetWindowLongW(control, GWL_STYLE) & 0x50000000, 0x50000000);
+                     result->vt = VT_BOOL;
+                     result->boolVal = VARIANT_TRUE;
+                     return S_OK;
+                 });
     EXPECT_TRUE(Update());
     const RECT at = ControlRecord::Get().activatedAt;
     EXPECT_EQ(at.left, 0);
@@ -140,13 +142,14 @@ TEST_F(DocumentUpdate, WorksWithAControlThatHasNoWindow) {
 TEST_F(DocumentUpdate, GivesTheKernelWithAReferenceOfItsOwn) {
     const LONG before = m_admin.References();
     ComPtr<IDispatch> kept;
-    m_control.On(L"Kernel", DISPATCH_PROPERTYPUTREF, [&](const DISPPARAMS& parameters, VARIANT*) {
-        EXPECT_EQ(parameters.rgvarg[0].vt, VT_DISPATCH);
-        EXPECT_EQ(parameters.rgvarg[0].pdispVal, m_admin.Get());
-        EXPECT_EQ(m_admin.References(), before + 1);
-        kept = parameters.rgvarg[0].pdispVal;
-        return S_OK;
-    });
+    m_control.On(L"Kernel", DISPATCH_PROPERTYPUTREF,
+                 [&](const Invocation& call, VARIANT*, EXCEPINFO*) {
+                     EXPECT_EQ(call.arguments[0].vt, VT_DISPATCH);
+                     EXPECT_EQ(call.arguments[0].pdispVal, m_admin.Get());
+                     EXPECT_EQ(m_admin.References(), before + 2); // the argument's and the record's
+                     kept = call.arguments[0].pdispVal;
+                     return S_OK;
+                 });
     EXPECT_TRUE(Update());
     EXPECT_EQ(m_admin.References(), before + 1);
 }
@@ -258,7 +261,7 @@ TEST_F(DocumentUpdate, LeavesADocumentAloneWhoseChangesCannotBeAskedFor) {
 
 TEST_F(DocumentUpdate, SavesWithoutTheCommandsWhereAMemberOfTheChainIsMissing) {
     const struct {
-        FakeAutomation& object;
+        FakeDispatch& object;
         const wchar_t* name;
         const char* next;
     } links[] = {{m_document, L"Host", "host."},
@@ -310,11 +313,12 @@ TEST_F(DocumentUpdate, FailsWhereTheDocumentCannotBeSaved) {
 }
 
 TEST_F(DocumentUpdate, FailsWhereTheSaveIsNotFoundAnyMore) {
-    m_control.On(L"cmdSave", DISPATCH_PROPERTYGET, [this](const DISPPARAMS&, VARIANT* result) {
-        m_control.Forget(L"cmdSave");
-        *result = _variant_t(true).Detach();
-        return S_OK;
-    });
+    m_control.On(L"cmdSave", DISPATCH_PROPERTYGET,
+                 [this](const Invocation&, VARIANT* result, EXCEPINFO*) {
+                     m_control.Forget(L"cmdSave");
+                     *result = _variant_t(true).Detach();
+                     return S_OK;
+                 });
     EXPECT_FALSE(Update());
     EXPECT_EQ(m_failure, L"Error updating document");
 }
@@ -327,7 +331,7 @@ TEST_F(DocumentUpdate, TearsTheControlDownWhereItFails) {
 }
 
 TEST_F(DocumentUpdate, ReleasesTheChainBeforeTheControl) {
-    m_control.On(L"cmdSave", DISPATCH_PROPERTYPUT, [this](const DISPPARAMS&, VARIANT*) {
+    m_control.On(L"cmdSave", DISPATCH_PROPERTYPUT, [this](const Invocation&, VARIANT*, EXCEPINFO*) {
         EXPECT_EQ(m_host.References(), 2);
         return S_OK;
     });
@@ -339,11 +343,12 @@ TEST_F(DocumentUpdate, ReleasesTheChainBeforeTheControl) {
 
 TEST_F(DocumentUpdate, ReportsAValueThatCannotBeCleared) {
     SAFEARRAY* const array = SafeArrayCreateVector(VT_I4, 0, 1);
-    m_control.On(L"cmdSave", DISPATCH_PROPERTYGET, [array](const DISPPARAMS&, VARIANT* result) {
-        result->vt = VT_ARRAY | VT_I4;
-        result->parray = array;
-        return SafeArrayLock(array);
-    });
+    m_control.On(L"cmdSave", DISPATCH_PROPERTYGET,
+                 [array](const Invocation&, VARIANT* result, EXCEPINFO*) {
+                     result->vt = VT_ARRAY | VT_I4;
+                     result->parray = array;
+                     return SafeArrayLock(array);
+                 });
     SCODE raised = S_OK;
     try {
         Update();
