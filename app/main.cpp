@@ -1,7 +1,7 @@
 // The process entry: starts the framework and hands the run to the application object.
 #include "app/Program.h"
+#include "app/PublishSteps.h"
 #include "app/ZTInvisible.h"
-#include "cms/NotifyContentManager.h"
 #include "project/ProcessProject.h"
 
 #include <windows.h>

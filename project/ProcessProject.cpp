@@ -4,7 +4,7 @@
 #include "config/LoadSpecification.h"
 #include "project/Pipeline.h"
 #include "project/UpdateProjectDocument.h"
-#include "publish/PublishProject.h"
+#include "app/PublishSteps.h"
 
 namespace zt {
 
