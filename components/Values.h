@@ -1,4 +1,4 @@
-// Automation strings, VARIANTs and the thread's error information, as calls on components need them.
+// Automation strings, VARIANTs and the thread's error information, for calls on components.
 #pragma once
 
 #include <windows.h>

@@ -2,7 +2,6 @@
 
 #include "app/ZTInvisible.h"
 #include "components/ByName.h"
-#include "components/ComponentIds.h"
 #include "components/Creation.h"
 #include "config/SpecificationFiles.h"
 
@@ -19,20 +18,12 @@ ComPtr<IUnknown> CreateKernelHandler(const CZTInvisible& app, const XmlElement& 
     const _bstr_t progId = element.Text();
     if (progId.length() == 0 || FAILED(CreateComponent(progId, nullptr, AllServers, &handler)))
         return nullptr;
-    ComPtr<IDispatch> dispatch;
-    if (FAILED(handler->QueryInterface(IID_PPV_ARGS(&dispatch))) || dispatch == nullptr)
+    const ComPtr<IDispatch> dispatch = Query<IDispatch>(handler.Get());
+    if (dispatch == nullptr)
         return handler;
     const _variant_t kernel(static_cast<IDispatch*>(app.m_pKernelAdmin.Get()));
     PutPropertyByName(dispatch.Get(), L"Kernel", &kernel);
     return handler;
-}
-
-ComPtr<ScriptExporter> ExporterOf(ExportHandler* handler) {
-    ComPtr<ScriptExporter> exporter;
-    if (FAILED(handler->QueryInterface(IID_ScriptExporter,
-                                       reinterpret_cast<void**>(exporter.GetAddressOf()))))
-        return nullptr;
-    return exporter;
 }
 
 } // namespace
@@ -56,11 +47,10 @@ void CreateExportHandler(CZTInvisible& app, const XmlElement& configuration) {
     const XmlElement element = configuration.SelectSingle(L"exportHandler");
     if (!element)
         return;
-    if (FAILED(CreateHandlerComponent(
-            element.Text(), nullptr, AllServers,
-            reinterpret_cast<IUnknown**>(app.m_pExportHandler.ReleaseAndGetAddressOf()))))
+    if (FAILED(CreateHandlerComponent(element.Text(), nullptr, AllServers,
+                                      app.m_pExportHandler.ReleaseAndGetAddressOf())))
         return;
-    const ComPtr<ScriptExporter> exporter = ExporterOf(app.m_pExportHandler.Get());
+    const ComPtr<ScriptExporter> exporter = Query<ScriptExporter>(app.m_pExportHandler.Get());
     const std::optional<_bstr_t> script = element.Attribute(L"script");
     if (exporter == nullptr || !script || script->length() == 0)
         return;

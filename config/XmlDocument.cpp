@@ -1,5 +1,6 @@
 #include "config/XmlDocument.h"
 
+#include "components/Creation.h"
 #include "config/MessageWait.h"
 
 #include <utility>
@@ -20,15 +21,6 @@ constexpr IID ElementInterface = {
 
 // The value of readyState when the loading has ended, well or badly.
 constexpr long Completed = 4;
-
-template <typename Interface>
-ComPtr<Interface> Query(IUnknown* object, REFIID iid) {
-    ComPtr<Interface> found;
-    if (object == nullptr ||
-        FAILED(object->QueryInterface(iid, reinterpret_cast<void**>(found.GetAddressOf()))))
-        return nullptr;
-    return found;
-}
 
 // Every path of the program means the same in XPath and in the older language that the parser
 // otherwise takes; XPath's rules for quoted texts are the defined ones.
@@ -80,9 +72,8 @@ std::optional<_bstr_t> XmlElement::Attribute(const wchar_t* name) const {
 }
 
 HRESULT XmlDocument::Create() {
-    const HRESULT created =
-        CoCreateInstance(DocumentClass, nullptr, CLSCTX_ALL, DocumentInterface,
-                         reinterpret_cast<void**>(m_document.ReleaseAndGetAddressOf()));
+    const HRESULT created = zt::Create<IXMLDOMDocument>(
+        DocumentClass, m_document.ReleaseAndGetAddressOf(), DocumentInterface);
     if (FAILED(created) || m_document == nullptr)
         return FAILED(created) ? created : E_POINTER;
     SelectInXPath(m_document.Get());

@@ -1,7 +1,7 @@
 #include "project/ChangeSteps.h"
 
 #include "app/ZTInvisible.h"
-#include "components/Texts.h"
+#include "components/Values.h"
 #include "project/DocumentLocation.h"
 
 namespace zt {

@@ -3,7 +3,7 @@
 #include "app/ZTInvisible.h"
 #include "components/ByName.h"
 #include "components/Creation.h"
-#include "components/Variants.h"
+#include "components/Values.h"
 
 namespace zt {
 

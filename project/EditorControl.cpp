@@ -1,8 +1,8 @@
 #include "project/EditorControl.h"
 
+#include "components/Creation.h"
 #include "components/ByName.h"
-#include "components/Texts.h"
-#include "components/Variants.h"
+#include "components/Values.h"
 
 namespace zt {
 
@@ -21,10 +21,8 @@ void RunCommand(IDispatch* host, const wchar_t* command) {
 
 } // namespace
 
-EditorControl::EditorControl() : m_control(ControlProgId) {
-    if (m_control.Get() != nullptr)
-        m_control.Get()->QueryInterface(IID_PPV_ARGS(&m_automation));
-}
+EditorControl::EditorControl()
+    : m_control(ControlProgId), m_automation(Query<IDispatch>(m_control.Get())) {}
 
 void EditorControl::SetKernel(IDispatch* kernel) {
     const _variant_t value(kernel);

@@ -1,8 +1,7 @@
 #include "project/ImportStep.h"
 
 #include "app/ZTInvisible.h"
-#include "components/Texts.h"
-#include "components/Variants.h"
+#include "components/Values.h"
 #include "project/StartStep.h"
 
 namespace zt {

@@ -1,8 +1,7 @@
 #include "project/ChangeSteps.h"
 
 #include "app/ZTInvisible.h"
-#include "components/Texts.h"
-#include "components/Variants.h"
+#include "components/Values.h"
 
 namespace zt {
 

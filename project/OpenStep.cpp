@@ -1,8 +1,7 @@
 #include "project/OpenStep.h"
 
 #include "app/ZTInvisible.h"
-#include "components/ErrorDescription.h"
-#include "components/Texts.h"
+#include "components/Values.h"
 #include "framework/WinApp.h"
 #include "project/StatusDispSite.h"
 
@@ -56,11 +55,11 @@ void SelectProduct(CZTInvisible& app) {
 }
 
 void LoadProject(CZTInvisible& app, CWaitCursor& waitCursor) {
-    ForgetErrorDescription();
+    ClearErrorInfo();
     const HRESULT loaded = KernelProject::Load::Call(app.m_pKernelProject.Get(), LoadAll);
     waitCursor.Restore();
     if (FAILED(loaded))
-        throw CString(L"ERROR loading project: ") + TakeErrorDescription().c_str();
+        throw CString(L"ERROR loading project: ") + TakeErrorInfo().c_str();
     const ProductInformation& product = app.m_pStatusSite->Product();
     app.Log(L"Project loaded by %s v.%s\n", product.GetVersionString(L"ProductName").c_str(),
             product.GetFileVersion().c_str());

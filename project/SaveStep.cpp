@@ -1,7 +1,7 @@
 #include "project/SaveStep.h"
 
 #include "app/ZTInvisible.h"
-#include "components/Texts.h"
+#include "components/Values.h"
 #include "project/ImportStep.h"
 
 namespace zt {

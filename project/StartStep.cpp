@@ -1,9 +1,8 @@
 #include "project/StartStep.h"
 
 #include "app/ZTInvisible.h"
-#include "components/ComponentIds.h"
 #include "components/Creation.h"
-#include "components/Texts.h"
+#include "components/Values.h"
 #include "project/StatusDispSite.h"
 
 namespace zt {
@@ -14,15 +13,13 @@ void CreateStatusSite(CZTInvisible& app) {
 
 void CreateKernelAdmin(CZTInvisible& app) {
     // Whatever the result code says, only the object counts.
-    CoCreateInstance(CLSID_KernelAdmin, nullptr, AllServers, IID_KernelAdmin,
-                     reinterpret_cast<void**>(app.m_pKernelAdmin.ReleaseAndGetAddressOf()));
+    Create<KernelAdmin>(CLSID_KernelAdmin, app.m_pKernelAdmin.ReleaseAndGetAddressOf());
     if (app.m_pKernelAdmin == nullptr)
         throw L"Couldn't load KV Kernel";
 }
 
 ComPtr<IObjectWithSite> ConnectStatusSite(CZTInvisible& app) {
-    ComPtr<IObjectWithSite> kernelSite;
-    app.m_pKernelAdmin.As(&kernelSite);
+    ComPtr<IObjectWithSite> kernelSite = Query<IObjectWithSite>(app.m_pKernelAdmin.Get());
     if (kernelSite != nullptr)
         kernelSite->SetSite(static_cast<IOleClientSite*>(app.m_pStatusSite.Get()));
     return kernelSite;

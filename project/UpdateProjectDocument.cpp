@@ -1,7 +1,7 @@
 #include "project/UpdateProjectDocument.h"
 
 #include "app/ZTInvisible.h"
-#include "components/Texts.h"
+#include "components/Values.h"
 #include "project/EditorControl.h"
 
 namespace zt {

@@ -1,6 +1,5 @@
 #include "publish/Package.h"
 
-#include "components/ComponentIds.h"
 #include "components/Creation.h"
 #include "components/Values.h"
 #include "components/contracts/Publishing.h"
@@ -26,9 +25,7 @@ constexpr LONG CreationMode = 2;
 
 ComPtr<ArchiveComponent> CreateArchive() {
     ComPtr<ArchiveComponent> archive;
-    if (FAILED(CoCreateInstance(CLSID_Archive, nullptr, AllServers, IID_Archive,
-                                reinterpret_cast<void**>(archive.GetAddressOf()))) ||
-        !archive)
+    if (FAILED(Create<ArchiveComponent>(CLSID_Archive, archive.GetAddressOf())) || !archive)
         throw L"Can't create KVZip";
     return archive;
 }

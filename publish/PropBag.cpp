@@ -1,7 +1,7 @@
 #include "publish/PropBag.h"
 
+#include "components/Creation.h"
 #include "framework/Exceptions.h"
-#include "support/ComPtr.h"
 #include "support/Registry.h"
 
 #include <comdef.h>
@@ -157,16 +157,16 @@ void CPropBag::Store(const wchar_t* name, const Setting& setting) const {
 }
 
 bool LoadSettings(IUnknown* component, HKEY userRoot, HKEY defaultRoot, const wchar_t* keyName) {
-    ComPtr<IPersistPropertyBag> persist;
-    if (FAILED(component->QueryInterface(IID_PPV_ARGS(persist.GetAddressOf()))) || !persist)
+    const auto persist = Query<IPersistPropertyBag>(component);
+    if (!persist)
         return false;
     CPropBag bag(userRoot, defaultRoot, keyName, false);
     return bag.IsOpen() && SUCCEEDED(persist->Load(&bag, nullptr));
 }
 
 bool SaveSettings(IUnknown* component, HKEY userRoot, HKEY defaultRoot, const wchar_t* keyName) {
-    ComPtr<IPersistPropertyBag> persist;
-    if (FAILED(component->QueryInterface(IID_PPV_ARGS(persist.GetAddressOf()))) || !persist)
+    const auto persist = Query<IPersistPropertyBag>(component);
+    if (!persist)
         return false;
     CPropBag bag(userRoot, defaultRoot, keyName, true);
     return bag.IsOpen() && SUCCEEDED(persist->Save(&bag, TRUE, TRUE));

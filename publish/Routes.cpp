@@ -2,7 +2,6 @@
 
 #include "components/Automation.h"
 #include "components/ByName.h"
-#include "components/ComponentIds.h"
 #include "components/Creation.h"
 #include "components/Values.h"
 #include "components/contracts/Publishing.h"
@@ -48,16 +47,13 @@ std::wstring QuerySecondName(const Publication& publication) {
 
 ComPtr<Exporter> CreateExporter() {
     ComPtr<Exporter> exporter;
-    if (FAILED(CoCreateInstance(CLSID_Exporter, nullptr, AllServers, IID_Exporter,
-                                reinterpret_cast<void**>(exporter.GetAddressOf()))) ||
-        !exporter)
+    if (FAILED(Create<Exporter>(CLSID_Exporter, exporter.GetAddressOf())) || !exporter)
         throw L"Couldn't load IPC Exporter";
     return exporter;
 }
 
 void SetSite(Exporter* exporter, IOleClientSite* site) {
-    ComPtr<IObjectWithSite> sited;
-    if (SUCCEEDED(exporter->QueryInterface(IID_PPV_ARGS(sited.GetAddressOf()))) && sited)
+    if (const auto sited = Query<IObjectWithSite>(exporter); sited)
         sited->SetSite(site);
 }
 
@@ -67,8 +63,8 @@ constexpr wchar_t Settings3D[] = L"Components\\KV3D";
 
 ComPtr<Component3D> CreateComponent3D() {
     ComPtr<Component3D> component;
-    if (FAILED(CreateByProgId(Component3D::ProgId, nullptr, AllServers, IID_3DComponent,
-                              reinterpret_cast<void**>(component.GetAddressOf()))))
+    if (FAILED(Create<Component3D>(Component3D::ProgId, nullptr, AllServers,
+                                   component.GetAddressOf())))
         throw L"Can't create KV3D";
     return component;
 }
@@ -85,9 +81,7 @@ void Configure(Component3D* component, const Publication& publication) {
 // The viewer of the hosted control; null without a control. Raises the framework's OLE exception
 // where the control refuses it.
 ComPtr<IDispatch> ViewerOf(const HiddenControl& host) {
-    ComPtr<IDispatch> control;
-    if (host.Get() != nullptr)
-        host.Get()->QueryInterface(IID_PPV_ARGS(control.GetAddressOf()));
+    const ComPtr<IDispatch> control = Query<IDispatch>(host.Get());
     // Without a control the call does nothing and gives null.
     return AutomationObject<ViewerControl>(control).Call<ViewerControl::Viewer>();
 }

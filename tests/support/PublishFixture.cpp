@@ -1,7 +1,7 @@
 #include "tests/support/PublishFixture.h"
 
 #include "components/ComponentIds.h"
-#include "components/ErrorDescription.h"
+#include "components/Values.h"
 #include "publish/PublishProject.h"
 
 #include <filesystem>

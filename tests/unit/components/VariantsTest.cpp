@@ -1,4 +1,4 @@
-#include "components/Variants.h"
+#include "components/Values.h"
 
 #include "framework/Exceptions.h"
 
