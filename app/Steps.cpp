@@ -1,10 +1,16 @@
+#include "cms/TcpMessageClient.h"
+
 #include "app/Steps.h"
 
 #include "app/ZTInvisible.h"
+#include "cms/Notification.h"
+#include "components/Installation.h"
 #include "config/Configuration.h"
 #include "config/Specification.h"
 #include "project/Pipeline.h"
 #include "project/UpdateProjectDocument.h"
+#include "publish/PublishProject.h"
+#include "support/Output.h"
 
 namespace zt {
 
@@ -81,6 +87,34 @@ bool LoadSpecification(CZTInvisible& app, const wchar_t* specName, const wchar_t
 bool UpdateProjectDocument(CZTInvisible& app) {
     return UpdateDocument(app.m_pKernelAdmin.Get(), app.m_pKernelProject.Get(),
                           app.m_bstrDocumentHandler, app.m_bNewRevision, app);
+}
+
+HRESULT PublishProject(CZTInvisible& app, const wchar_t* projectName) {
+    const ProductInformation& product = app.m_pStatusSite->Product();
+    return Publish({.kernel = app.m_pKernelAdmin.Get(),
+                    .project = app.m_pKernelProject.Get(),
+                    .exportHandler = app.m_pExportHandler.Get(),
+                    .site = app.m_pStatusSite.Get(),
+                    .log = app,
+                    .specificationClass = app.m_specificationClass,
+                    .projectName = projectName,
+                    .exchangePath = app.m_strExchangePath,
+                    .isPackage = app.m_bPackage,
+                    .language = app.m_bstrLanguage,
+                    .axesModelPath = app.m_bstrAxesModelPath,
+                    .axesPosition = app.m_axesPosition,
+                    .dataFolder = GetDataFolder(),
+                    .settings = {.user = product.GetProductRegistryKey(false),
+                                 .machine = product.GetProductRegistryKey(true)}});
+}
+
+int NotifyContentManager(CZTInvisible& app, const wchar_t* action, const wchar_t* argument) {
+    const Delivery delivery =
+        DeliverNotification(app.m_strExchangePath, action, argument, SharedTcpMessageClient);
+    // The text may hold a "%" of the client's.
+    if (!delivery.text.empty())
+        ConsolePrint(L"%s", delivery.text.c_str());
+    return delivery.result;
 }
 
 } // namespace zt

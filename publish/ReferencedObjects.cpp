@@ -28,7 +28,7 @@ void PushChildren(std::vector<ChildList>& lists, IUnknown* node) {
         lists.push_back(std::move(children));
 }
 
-// The identity of an object. One that does not tell it is taken as it is.
+// The identity of an object, or the object itself where it refuses that.
 ComPtr<IUnknown> IdentityOf(const ComPtr<IUnknown>& object) {
     ComPtr<IUnknown> identity = Query<IUnknown>(object.Get());
     return identity ? identity : object;
