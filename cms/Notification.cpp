@@ -1,9 +1,7 @@
-#include "cms/TcpMessageClient.h"
-
 #include "cms/Notification.h"
 
-#include "cms/ActionMessage.h"
-#include "cms/Response.h"
+#include "cms/Protocol.h"
+#include "cms/TcpMessageClient.h"
 #include "support/Text.h"
 
 #include <array>

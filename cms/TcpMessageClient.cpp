@@ -1,7 +1,7 @@
 #include "cms/TcpMessageClient.h"
 
+#include "cms/Protocol.h"
 #include "support/Encoding.h"
-#include "cms/Frame.h"
 
 #include <ws2tcpip.h>
 
@@ -194,18 +194,18 @@ ReceiveResult TcpMessageClient::ReceiveData(char* buffer, int capacity, int& rec
     if (ready < 0)
         return FailReceive(L"Unknown error. Error code: " + LastPlatformError());
     const Clock::time_point giveUp = GiveUpTime();
-    const int worthTaking = std::max(capacity, static_cast<int>(MaximumFrameLength));
+    const int most = std::max(capacity, static_cast<int>(MaximumFrameLength));
     int waiting = 0;
     do {
         // Asking for no bytes at the end of what waited, as a sign that the drain is over, is not
         // an empty read everywhere: some platforms wait for data then. So the count alone decides.
-        if (!AskWaiting(waiting) || !TakeWaiting(waiting, buffer, capacity, received))
+        if (!QueryWaiting(waiting) || !ReceiveWaiting(waiting, buffer, capacity, received))
             return FailReceive(L"Error receiving data. Error code: " + LastPlatformError());
-    } while (waiting > 0 && received <= worthTaking && Clock::now() < giveUp);
+    } while (waiting > 0 && received <= most && Clock::now() < giveUp);
     return Received;
 }
 
-bool TcpMessageClient::AskWaiting(int& waiting) {
+bool TcpMessageClient::QueryWaiting(int& waiting) {
     u_long count = 0;
     if (m_platform.control(m_socket.Get(), FIONREAD, &count) != 0)
         return false;
@@ -213,7 +213,7 @@ bool TcpMessageClient::AskWaiting(int& waiting) {
     return true;
 }
 
-bool TcpMessageClient::TakeWaiting(int waiting, char* buffer, int capacity, int& received) {
+bool TcpMessageClient::ReceiveWaiting(int waiting, char* buffer, int capacity, int& received) {
     Staging staging;
     while (waiting > 0) {
         const int wanted = std::min(waiting, StagingSize);

@@ -14,7 +14,7 @@
 namespace zt {
 
 // The platform's calls whose arguments no peer can see or whose failures none can provoke; tests
-// put their own in.
+// replace them.
 struct TcpPlatform {
     decltype(&::WSAStartup) startUp = ::WSAStartup;
     decltype(&::WSACleanup) cleanUp = ::WSACleanup;
@@ -38,7 +38,7 @@ enum ReceiveResult : int { Received = 0, ReceiveTimedOut = 1, ReceiveFailed = 2 
 // when that is longer.
 class TcpMessageClient {
   public:
-    // Starts Windows Sockets; a box tells the user when that fails.
+    // Starts Windows Sockets; a message box reports it when that fails.
     explicit TcpMessageClient(const TcpPlatform& platform = {});
     ~TcpMessageClient();
     TcpMessageClient(const TcpMessageClient&) = delete;
@@ -57,8 +57,8 @@ class TcpMessageClient {
     // did not connect is kept, like one that did, until the next call or the client's end.
     int Connect(const std::wstring& host, std::uint16_t port);
 
-    // Closes the socket. The client still counts as having one, so sending and receiving go on to
-    // tell the platform's error for a closed socket and not that there is no connection.
+    // Closes the socket. The client still counts as having one, so sending and receiving then
+    // report the platform's error for a closed socket and not a missing connection.
     void Disconnect();
 
     int SendMessage(const std::wstring& message);
@@ -69,7 +69,7 @@ class TcpMessageClient {
 
     // Takes what has arrived by the time that nothing is waiting any more. received counts all
     // bytes that came, also those beyond capacity, which are dropped. More than any frame can hold
-    // is not waited for, so a peer that never stops sending is given up.
+    // is not waited for, so a peer that never stops sending is abandoned.
     ReceiveResult ReceiveData(char* buffer, int capacity, int& received);
 
     // Empty until a failure.
@@ -81,9 +81,9 @@ class TcpMessageClient {
     Clock::time_point GiveUpTime() const;
     bool ConnectSocket(const sockaddr_in& address);
     int SendPiece(const char* bytes, int count, Clock::time_point giveUp);
-    // The number of bytes waiting; false when it cannot be told.
-    bool AskWaiting(int& waiting);
-    bool TakeWaiting(int waiting, char* buffer, int capacity, int& received);
+    // The number of bytes waiting; false when it cannot be determined.
+    bool QueryWaiting(int& waiting);
+    bool ReceiveWaiting(int waiting, char* buffer, int capacity, int& received);
     ReceiveResult FailReceive(std::wstring text);
     int FailSend(std::wstring text);
 

@@ -1,6 +1,6 @@
 #include "components/ByName.h"
 
-#include "components/Variants.h"
+#include "components/Values.h"
 
 #include <comdef.h>
 

@@ -1,7 +1,8 @@
 #include "config/XmlDocument.h"
 
-#include "config/MessageWait.h"
+#include "components/Creation.h"
 
+#include <optional>
 #include <utility>
 
 namespace zt {
@@ -21,15 +22,6 @@ constexpr IID ElementInterface = {
 // The value of readyState when the loading has ended, well or badly.
 constexpr long Completed = 4;
 
-template <typename Interface>
-ComPtr<Interface> Query(IUnknown* object, REFIID iid) {
-    ComPtr<Interface> found;
-    if (object == nullptr ||
-        FAILED(object->QueryInterface(iid, reinterpret_cast<void**>(found.GetAddressOf()))))
-        return nullptr;
-    return found;
-}
-
 // Every path of the program means the same in XPath and in the older language that the parser
 // otherwise takes; XPath's rules for quoted texts are the defined ones.
 void SelectInXPath(IXMLDOMDocument* document) {
@@ -44,7 +36,37 @@ XmlElement SelectSingleFrom(IXMLDOMNode* node, const wchar_t* path) {
     return XmlElement(std::move(found));
 }
 
+// How often the loading is looked at while no message comes, in milliseconds.
+constexpr DWORD PollInterval = 10;
+
+// Dispatches what stands in this thread's queue; WM_QUIT stays for whoever waits for it.
+void PumpMessages() {
+    std::optional<int> quit;
+    MSG message = {};
+    while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+        if (message.message == WM_QUIT) {
+            quit = static_cast<int>(message.wParam);
+            continue;
+        }
+        TranslateMessage(&message);
+        DispatchMessageW(&message);
+    }
+    if (quit)
+        PostQuitMessage(*quit);
+}
+
 } // namespace
+
+bool WaitWithMessages(const std::function<bool()>& condition, DWORD longest) {
+    const ULONGLONG start = GetTickCount64();
+    while (!condition()) {
+        if (GetTickCount64() - start > longest)
+            return false;
+        MsgWaitForMultipleObjects(0, nullptr, FALSE, PollInterval, QS_ALLINPUT);
+        PumpMessages();
+    }
+    return true;
+}
 
 XmlElement XmlElement::SelectSingle(const wchar_t* path) const {
     return SelectSingleFrom(m_node.Get(), path);
@@ -80,9 +102,8 @@ std::optional<_bstr_t> XmlElement::Attribute(const wchar_t* name) const {
 }
 
 HRESULT XmlDocument::Create() {
-    const HRESULT created =
-        CoCreateInstance(DocumentClass, nullptr, CLSCTX_ALL, DocumentInterface,
-                         reinterpret_cast<void**>(m_document.ReleaseAndGetAddressOf()));
+    const HRESULT created = zt::Create<IXMLDOMDocument>(
+        DocumentClass, m_document.ReleaseAndGetAddressOf(), DocumentInterface);
     if (FAILED(created) || m_document == nullptr)
         return FAILED(created) ? created : E_POINTER;
     SelectInXPath(m_document.Get());

@@ -1,24 +1,34 @@
 // One hosted control, from its creation to its end.
 #pragma once
 
-#include "framework/ControlPlace.h"
 #include "framework/ControlSite.h"
+#include "support/ComPtr.h"
 
 #include <windows.h>
 #include <oleidl.h>
-#include <wrl/client.h>
+
+#include <string>
+
+// Position and look of a control's window.
+struct ControlPlace {
+    HWND parent;
+    std::wstring title; // empty: the control's own
+    DWORD style;
+    RECT rect; // in pixels of parent's client area
+    UINT id;
+};
 
 class ControlHost {
   public:
     explicit ControlHost(ControlPlace place);
-    // Pulls the control down: deactivates it, closes it without saving, takes its site away and
-    // releases it, as far as it had come.
+    // Tears the control down: deactivates it, closes it without saving, clears its site and
+    // releases it, each where it was done before.
     ~ControlHost();
     ControlHost(const ControlHost&) = delete;
     ControlHost& operator=(const ControlHost&) = delete;
 
-    // Creates the control, gives it its site and initialises it, in the order that the control's
-    // status bits ask for. Returns the first failing result code.
+    // Creates the control, sets its site and initialises it, in the order that the control's status
+    // bits require. Returns the first failing result code.
     HRESULT Create(const wchar_t* control);
 
     // Activates the control in place. Returns its window, set up as the place says; null for a
@@ -33,18 +43,18 @@ class ControlHost {
     HRESULT SetSite();
     HRESULT Initialise();
     HRESULT InitialiseStorage(IPersistStorage* persist);
-    void TellItsPlace();
+    void SetContained();
     void SetExtent();
     void Deactivate();
-    Microsoft::WRL::ComPtr<IOleInPlaceObject> InPlaceObject() const;
+    ComPtr<IOleInPlaceObject> InPlaceObject() const;
     HWND ControlWindow() const;
     void SetUpWindow(HWND window) const;
 
     ControlPlace m_place;
-    Microsoft::WRL::ComPtr<ControlSite> m_site;
+    ComPtr<ControlSite> m_site;
     // What a control that keeps its state in a storage works on; must outlive the control.
-    Microsoft::WRL::ComPtr<IStorage> m_storage;
-    Microsoft::WRL::ComPtr<IUnknown> m_control;
-    Microsoft::WRL::ComPtr<IOleObject> m_object;
+    ComPtr<IStorage> m_storage;
+    ComPtr<IUnknown> m_control;
+    ComPtr<IOleObject> m_object;
     bool m_sited = false;
 };

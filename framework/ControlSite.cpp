@@ -1,9 +1,5 @@
-// What a control asks of its place: the client site and the in-place site.
+// The client site and the in-place site.
 #include "framework/ControlSite.h"
-
-#include "framework/Adopt.h"
-
-using Microsoft::WRL::ComPtr;
 
 ControlSite::ControlSite(HWND parent, const RECT& rect)
     : m_parent(parent), m_rect(rect), m_frame(Adopt(new InPlaceFrame(parent))) {}
@@ -48,7 +44,7 @@ ComPtr<IOleInPlaceObject> ControlSite::InPlaceObject() const {
     return inPlace;
 }
 
-// ---- client site: the control's state is nowhere kept ----
+// ---- client site: the control's state is not saved ----
 
 HRESULT ControlSite::SaveObject() {
     return E_NOTIMPL;

@@ -1,8 +1,8 @@
 // What the container does for its controls beside their place: the control site and the ambient
 // properties.
-#include "framework/AmbientProperties.h"
-#include "framework/ControlPlace.h"
 #include "framework/ControlSite.h"
+
+#include <olectl.h>
 
 #include <cmath>
 
@@ -12,7 +12,65 @@ LONG ToHimetric(float pixels, LONG perInch) {
     return PixelsToHimetric(static_cast<LONG>(std::lround(pixels)), perInch);
 }
 
+HRESULT SetValue(VARIANT* value, bool flag) {
+    value->vt = VT_BOOL;
+    value->boolVal = flag ? VARIANT_TRUE : VARIANT_FALSE;
+    return S_OK;
+}
+
+HRESULT SetValue(VARIANT* value, DWORD number) {
+    value->vt = VT_I4;
+    value->lVal = static_cast<LONG>(number);
+    return S_OK;
+}
+
+// Reads one of the properties that a container keeps for all its controls, by its standard
+// identifier: a control at run time, in the user's language and the system's window colours, with
+// none of a designer's marks. value must be empty. DISP_E_MEMBERNOTFOUND for a property that the
+// container does not keep.
+HRESULT ReadAmbientProperty(DISPID id, VARIANT* value) {
+    switch (id) {
+    case DISPID_AMBIENT_USERMODE:
+        return SetValue(value, true);
+    case DISPID_AMBIENT_UIDEAD:
+    case DISPID_AMBIENT_MESSAGEREFLECT:
+    case DISPID_AMBIENT_SHOWGRABHANDLES:
+    case DISPID_AMBIENT_SHOWHATCHING:
+    case DISPID_AMBIENT_DISPLAYASDEFAULT:
+    case DISPID_AMBIENT_SUPPORTSMNEMONICS:
+    case DISPID_AMBIENT_AUTOCLIP:
+        return SetValue(value, false);
+    case DISPID_AMBIENT_LOCALEID:
+        return SetValue(value, DWORD{GetUserDefaultLCID()});
+    case DISPID_AMBIENT_BACKCOLOR:
+        return SetValue(value, DWORD{GetSysColor(COLOR_WINDOW)});
+    case DISPID_AMBIENT_FORECOLOR:
+        return SetValue(value, DWORD{GetSysColor(COLOR_WINDOWTEXT)});
+    default:
+        return DISP_E_MEMBERNOTFOUND;
+    }
+}
+
 } // namespace
+
+PixelScale ScreenScale() {
+    constexpr LONG usual = 96;
+    const HDC screen = GetDC(nullptr);
+    if (screen == nullptr)
+        return {usual, usual};
+    const LONG x = GetDeviceCaps(screen, LOGPIXELSX);
+    const LONG y = GetDeviceCaps(screen, LOGPIXELSY);
+    ReleaseDC(nullptr, screen);
+    return {x > 0 ? x : usual, y > 0 ? y : usual};
+}
+
+LONG PixelsToHimetric(LONG pixels, LONG pixelsPerInch) {
+    return MulDiv(pixels, HimetricPerInch, pixelsPerInch);
+}
+
+LONG HimetricToPixels(LONG length, LONG pixelsPerInch) {
+    return MulDiv(length, pixelsPerInch, HimetricPerInch);
+}
 
 HRESULT ControlSite::OnControlInfoChanged() {
     return S_OK;

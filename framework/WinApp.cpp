@@ -5,6 +5,10 @@ namespace {
 CWinApp* applicationObject = nullptr;
 bool controlContainerEnabled = false;
 
+HCURSOR ShowWaitCursor() {
+    return SetCursor(LoadCursorW(nullptr, reinterpret_cast<LPCWSTR>(IDC_WAIT)));
+}
+
 } // namespace
 
 CWinApp::CWinApp() {
@@ -38,4 +42,14 @@ void AfxEnableControlContainer() {
 
 bool AfxIsControlContainerEnabled() {
     return controlContainerEnabled;
+}
+
+CWaitCursor::CWaitCursor() : m_previous(ShowWaitCursor()) {}
+
+CWaitCursor::~CWaitCursor() {
+    SetCursor(m_previous);
+}
+
+void CWaitCursor::Restore() {
+    ShowWaitCursor();
 }

@@ -1,4 +1,4 @@
-// The application object and the framework's start-up.
+// The application object, the framework's start-up and the wait cursor.
 #pragma once
 
 #include <windows.h>
@@ -40,3 +40,19 @@ BOOL AfxWinInit(HINSTANCE instance, HINSTANCE previous, const wchar_t* commandLi
 // Allows CWnd objects to host controls.
 void AfxEnableControlContainer();
 bool AfxIsControlContainerEnabled();
+
+// Shows the wait cursor from its construction to its destruction, which brings the cursor of
+// before back.
+class CWaitCursor {
+  public:
+    CWaitCursor();
+    ~CWaitCursor();
+    CWaitCursor(const CWaitCursor&) = delete;
+    CWaitCursor& operator=(const CWaitCursor&) = delete;
+
+    // Shows the wait cursor again after something else changed it.
+    void Restore();
+
+  private:
+    HCURSOR m_previous;
+};

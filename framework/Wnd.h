@@ -11,8 +11,15 @@
 
 class ControlHost;
 
+// Registers a window class of the given look, whose windows do what the system does by default, and
+// returns its name, which stays valid until the process ends. The same look gives the same class,
+// however often it is requested; the system removes the class with the process. Null when the
+// class cannot be registered.
+const wchar_t* AfxRegisterWndClass(UINT style, HCURSOR cursor = nullptr,
+                                   HBRUSH background = nullptr, HICON icon = nullptr);
+
 // Owns its window and, where it hosts one, its control; both go with it. A control's CWnd must go
-// before the CWnd that it stands in.
+// before its parent's CWnd.
 class CWnd : public CCmdTarget {
   public:
     CWnd();
@@ -31,7 +38,7 @@ class CWnd : public CCmdTarget {
     BOOL CreateControl(const wchar_t* control, const wchar_t* title, DWORD style, const RECT& rect,
                        const CWnd& parent, UINT id);
 
-    // Pulls the control down (deactivate, close, clear the site, release), or destroys the window.
+    // Tears the control down (deactivate, close, clear the site, release), or destroys the window.
     // FALSE when there is neither. Called again, it does nothing.
     BOOL DestroyWindow();
 
@@ -43,4 +50,23 @@ class CWnd : public CCmdTarget {
 
   private:
     std::unique_ptr<ControlHost> m_control;
+};
+
+// A control, 16 by 16 pixels, in a window that is never shown. Destroys the control before the
+// window.
+class HiddenControl {
+  public:
+    // Where the window or the control (as CWnd::CreateControl takes it) cannot be created, there is
+    // none.
+    explicit HiddenControl(const wchar_t* control);
+
+    // Borrowed; null where there is none.
+    IUnknown* Get() const { return m_control.GetControlUnknown(); }
+
+    // Destroys both; the destructor does it otherwise.
+    void Destroy();
+
+  private:
+    CWnd m_window;
+    CWnd m_control;
 };

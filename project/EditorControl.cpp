@@ -1,9 +1,8 @@
 #include "project/EditorControl.h"
 
+#include "components/Creation.h"
 #include "components/ByName.h"
-#include "components/Texts.h"
-#include "components/Variants.h"
-#include "framework/WindowClass.h"
+#include "components/Values.h"
 
 namespace zt {
 
@@ -11,9 +10,6 @@ namespace {
 
 constexpr wchar_t ControlProgId[] = L"KV.XMedCtrl.1";
 constexpr wchar_t SaveProperty[] = L"cmdSave";
-constexpr DWORD InvisiblePopup = WS_POPUP;
-constexpr DWORD VisibleChild = WS_CHILD | WS_VISIBLE;
-constexpr LONG Side = 16; // pixels
 
 void RunCommand(IDispatch* host, const wchar_t* command) {
     const _bstr_t text = MakeText(command);
@@ -25,13 +21,8 @@ void RunCommand(IDispatch* host, const wchar_t* command) {
 
 } // namespace
 
-EditorControl::EditorControl() {
-    m_window.CreateEx(0, AfxRegisterWndClass(0), L"", InvisiblePopup, 0, 0, Side, Side, nullptr,
-                      nullptr);
-    if (m_control.CreateControl(ControlProgId, nullptr, VisibleChild, {0, 0, Side, Side}, m_window,
-                                0))
-        m_control.GetControlUnknown()->QueryInterface(IID_PPV_ARGS(&m_automation));
-}
+EditorControl::EditorControl()
+    : m_control(ControlProgId), m_automation(Query<IDispatch>(m_control.Get())) {}
 
 void EditorControl::SetKernel(IDispatch* kernel) {
     const _variant_t value(kernel);
@@ -82,8 +73,7 @@ void EditorControl::Close() {
     ClearVariant(m_hasDocument);
     ClearVariant(m_hasUnsavedChanges);
     m_automation.Reset();
-    m_control.DestroyWindow();
-    m_window.DestroyWindow();
+    m_control.Destroy();
 }
 
 } // namespace zt

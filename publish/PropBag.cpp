@@ -1,6 +1,8 @@
 #include "publish/PropBag.h"
 
+#include "components/Creation.h"
 #include "framework/Exceptions.h"
+#include "support/Registry.h"
 
 #include <comdef.h>
 
@@ -18,10 +20,7 @@ HRESULT Convert(VARIANT* result, VARIANT& value, VARTYPE type) {
 }
 
 KeyHolder OpenForReading(HKEY root, const std::wstring& name) {
-    HKEY key = nullptr;
-    if (root == nullptr || RegOpenKeyExW(root, name.c_str(), 0, KEY_READ, &key) != ERROR_SUCCESS)
-        return nullptr;
-    return KeyHolder(key);
+    return root != nullptr ? OpenRegistryKey(root, name.c_str()) : nullptr;
 }
 
 KeyHolder CreateForWriting(HKEY root, const std::wstring& name) {
@@ -155,6 +154,31 @@ void CPropBag::Store(const wchar_t* name, const Setting& setting) const {
     const std::wstring& text = std::get<std::wstring>(setting);
     RegSetValueExW(m_userKey.get(), name, 0, REG_SZ, reinterpret_cast<const BYTE*>(text.c_str()),
                    static_cast<DWORD>((text.size() + 1) * sizeof(wchar_t)));
+}
+
+bool LoadSettings(IUnknown* component, HKEY userRoot, HKEY defaultRoot, const wchar_t* keyName) {
+    const auto persist = Query<IPersistPropertyBag>(component);
+    if (!persist)
+        return false;
+    CPropBag bag(userRoot, defaultRoot, keyName, false);
+    return bag.IsOpen() && SUCCEEDED(persist->Load(&bag, nullptr));
+}
+
+bool SaveSettings(IUnknown* component, HKEY userRoot, HKEY defaultRoot, const wchar_t* keyName) {
+    const auto persist = Query<IPersistPropertyBag>(component);
+    if (!persist)
+        return false;
+    CPropBag bag(userRoot, defaultRoot, keyName, true);
+    return bag.IsOpen() && SUCCEEDED(persist->Save(&bag, TRUE, TRUE));
+}
+
+void LoadProductSettings(IUnknown* component, const SettingsKeys& product, const wchar_t* keyName) {
+    const KeyHolder user = OpenRegistryKey(HKEY_CURRENT_USER, product.user.c_str());
+    if (user == nullptr)
+        return;
+    const KeyHolder machine = OpenRegistryKey(HKEY_LOCAL_MACHINE, product.machine.c_str());
+    if (machine != nullptr)
+        LoadSettings(component, user.get(), machine.get(), keyName);
 }
 
 } // namespace zt

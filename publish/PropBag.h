@@ -1,8 +1,8 @@
-// A component's settings as a property bag over the registry.
+// A component's settings: a property bag over the registry, and their loading and saving.
 #pragma once
 
-#include "support/Handles.h"
 #include "publish/Setting.h"
+#include "support/Handles.h"
 
 #include <windows.h>
 #include <ocidl.h>
@@ -37,7 +37,8 @@ class CPropBag final : public IPropertyBag {
     HRESULT STDMETHODCALLTYPE Read(LPCOLESTR name, VARIANT* value, IErrorLog* log) override;
 
     // Stores the value for the user, or deletes the user's where the default says the same.
-    // E_FAIL for an object and for what has no text form; what the registry refuses is not told.
+    // E_FAIL for an object and for what has no text form; what the registry refuses is not
+    // reported.
     HRESULT STDMETHODCALLTYPE Write(LPCOLESTR name, VARIANT* value) override;
 
   private:
@@ -47,5 +48,22 @@ class CPropBag final : public IPropertyBag {
     KeyHolder m_userKey;
     KeyHolder m_defaultKey;
 };
+
+// Has the component (one with IPersistPropertyBag) load itself from its subkey below the two roots.
+// Returns whether it did.
+bool LoadSettings(IUnknown* component, HKEY userRoot, HKEY defaultRoot, const wchar_t* keyName);
+
+// Has the component save itself below the user's root, with all its properties.
+bool SaveSettings(IUnknown* component, HKEY userRoot, HKEY defaultRoot, const wchar_t* keyName);
+
+// Names of the keys that hold a product's settings.
+struct SettingsKeys {
+    std::wstring user;    // below HKEY_CURRENT_USER
+    std::wstring machine; // of the defaults, below HKEY_LOCAL_MACHINE
+};
+
+// Has the component load itself from its subkey below the product's keys. Where either of them is
+// missing nothing is loaded; nothing is reported.
+void LoadProductSettings(IUnknown* component, const SettingsKeys& product, const wchar_t* keyName);
 
 } // namespace zt

@@ -2,6 +2,13 @@
 
 namespace zt {
 
+namespace {
+
+constexpr std::uint32_t ReparsePoint = 0x00000400;
+constexpr std::uint32_t StandsForAnother = 0x20000000; // in a reparse tag
+
+} // namespace
+
 std::wstring PublishedFolder(const std::wstring& exchangePath, const std::wstring& projectName) {
     return exchangePath + L"\\" + projectName;
 }
@@ -30,6 +37,28 @@ PublicationNames CompleteNames(PublicationNames names, const std::wstring& proje
 
 std::wstring TextPublicationName(const std::wstring& secondName, const std::wstring& projectName) {
     return secondName.empty() ? projectName : secondName;
+}
+
+bool IsDotEntry(std::wstring_view entryName) {
+    return entryName == L"." || entryName == L"..";
+}
+
+std::wstring ArchiveName(const std::wstring* prefix, const std::wstring& entryName) {
+    return prefix != nullptr ? *prefix + L"\\" + entryName : entryName;
+}
+
+FolderLink LinkOf(std::uint32_t attributes, std::uint32_t reparseTag) {
+    if ((attributes & ReparsePoint) == 0)
+        return FolderLink::None;
+    // Some file systems report a reparse point but not of which type.
+    if (reparseTag == 0)
+        return FolderLink::Opaque;
+    // Reparse points of other types (a folder kept in a cloud, say) are the thing itself.
+    return (reparseTag & StandsForAnother) != 0 ? FolderLink::Removable : FolderLink::None;
+}
+
+std::int32_t ResultOfWin32Error(std::uint32_t error) {
+    return static_cast<std::int32_t>(0x80070000U | (error & 0xFFFFU));
 }
 
 } // namespace zt

@@ -1,40 +1,36 @@
 #include "publish/PublishProject.h"
 
-#include "app/ZTInvisible.h"
-#include "publish/Destination.h"
 #include "publish/Package.h"
 #include "publish/PublicationRules.h"
 #include "publish/Routes.h"
-
-#include <string>
 
 namespace zt {
 
 namespace {
 
-void PublishInto(CZTInvisible& app, const std::wstring& projectName,
-                 const std::wstring& destination) {
-    switch (FactsOf(app.m_specificationClass).route) {
+void PublishInto(const Publication& publication, const std::wstring& destination) {
+    switch (FactsOf(publication.specificationClass).route) {
     case PublishRoute::Exporter:
-        return PublishThroughExporter(app, destination);
+        return PublishThroughExporter(publication, destination);
     case PublishRoute::Text:
-        return PublishThroughText(app, projectName, destination);
+        return PublishThroughText(publication, destination);
     case PublishRoute::Viewer:
-        return PublishThroughViewer(app, projectName, destination);
+        return PublishThroughViewer(publication, destination);
     }
 }
 
 } // namespace
 
-HRESULT PublishProject(CZTInvisible& app, const wchar_t* projectName) {
-    const std::wstring destination = app.m_bPackage
+HRESULT Publish(const Publication& publication) {
+    const std::wstring& folder = publication.exchangePath;
+    const std::wstring destination = publication.isPackage
                                          ? TemporaryDestination()
-                                         : PublishedFolder(app.m_strExchangePath, projectName);
-    PublishInto(app, projectName, destination);
-    app.Log(L"Project published successfully\n");
-    if (app.m_bPackage) {
-        PackFolder(destination, PackagePath(app.m_strExchangePath, projectName));
-        app.Log(L"KVB file created sucessfully\n");
+                                         : PublishedFolder(folder, publication.projectName);
+    PublishInto(publication, destination);
+    publication.log.Log(L"Project published successfully\n");
+    if (publication.isPackage) {
+        PackFolder(destination, PackagePath(folder, publication.projectName));
+        publication.log.Log(L"KVB file created sucessfully\n");
     }
     return S_OK;
 }

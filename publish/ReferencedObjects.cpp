@@ -1,6 +1,6 @@
 #include "publish/ReferencedObjects.h"
 
-#include "components/ComponentIds.h"
+#include "components/Creation.h"
 #include "framework/Exceptions.h"
 
 #include <comdef.h>
@@ -28,10 +28,9 @@ void PushChildren(std::vector<ChildList>& lists, IUnknown* node) {
         lists.push_back(std::move(children));
 }
 
-// The identity of an object. One that does not tell it is taken as it is.
+// The identity of an object, or the object itself where it refuses that.
 ComPtr<IUnknown> IdentityOf(const ComPtr<IUnknown>& object) {
-    ComPtr<IUnknown> identity;
-    object->QueryInterface(IID_PPV_ARGS(identity.GetAddressOf()));
+    ComPtr<IUnknown> identity = Query<IUnknown>(object.Get());
     return identity ? identity : object;
 }
 
@@ -40,12 +39,6 @@ ComPtr<IUnknown> IdentityOf(const ComPtr<IUnknown>& object) {
 bool NextChild(IEnumUnknown* children, ComPtr<IUnknown>& child) {
     ULONG count = 0;
     return children->Next(1, child.ReleaseAndGetAddressOf(), &count) == S_OK && child;
-}
-
-ComPtr<ProjectNode> AsNode(IUnknown* child) {
-    ComPtr<ProjectNode> node;
-    child->QueryInterface(IID_ProjectNode, reinterpret_cast<void**>(node.GetAddressOf()));
-    return node;
 }
 
 _variant_t ObjectValue(const ComPtr<IUnknown>& object) {
@@ -86,7 +79,7 @@ ObjectSet CollectAttachedObjects(IUnknown* root) {
             path.pop_back();
             continue;
         }
-        const ComPtr<ProjectNode> node = AsNode(child.Get());
+        const ComPtr<ProjectNode> node = Query<ProjectNode>(child.Get());
         if (!node)
             continue;
         ComPtr<IUnknown> attached;
@@ -99,8 +92,7 @@ ObjectSet CollectAttachedObjects(IUnknown* root) {
 }
 
 void AnnounceReferencedObjects(Component3D* component, KernelProject* project) {
-    ComPtr<CommandTarget3D> target;
-    component->QueryInterface(IID_3DCommandTarget, reinterpret_cast<void**>(target.GetAddressOf()));
+    const ComPtr<CommandTarget3D> target = Query<CommandTarget3D>(component);
     if (!target)
         return;
     Send(target.Get(), BeginObjects, nullptr);

@@ -24,8 +24,8 @@ using ObjectSet = std::set<Microsoft::WRL::ComPtr<IUnknown>, ByAddress>;
 // node that cannot be asked is left out with all below it.
 ObjectSet CollectAttachedObjects(IUnknown* root);
 
-// Tells the component, where it takes commands, of all objects that the project's nodes refer to.
-// Failures are passed over.
+// Announces to the component, where it takes commands, all objects that the project's nodes refer
+// to. Failures are ignored.
 void AnnounceReferencedObjects(Component3D* component, KernelProject* project);
 
 } // namespace zt

@@ -19,12 +19,14 @@ namespace zt {
 // Interface IID_ExportHandler, asked for at creation.
 struct ExportHandler : IUnknown {
     static constexpr char Name[] = "ExportHandler";
+    static constexpr const IID& Iid = IID_ExportHandler;
     ZT_CONTRACT(ZT_EXPORT_HANDLER, ZT_EARLY_BOUND)
 };
 
 // Interface IID_ScriptExporter of an export handler; derives from IUnknown only.
 struct ScriptExporter : IUnknown {
     static constexpr char Name[] = "ScriptExporter";
+    static constexpr const IID& Iid = IID_ScriptExporter;
     ZT_CONTRACT(ZT_SCRIPT_EXPORTER, ZT_EARLY_BOUND)
 };
 

@@ -2,6 +2,7 @@
 // Early-bound; indices count the methods of IUnknown and IDispatch.
 #pragma once
 
+#include "components/ComponentIds.h"
 #include "components/Contract.h"
 
 namespace zt {
@@ -58,6 +59,7 @@ struct MetadataItem;
 // Class CLSID_KernelAdmin, interface IID_KernelAdmin.
 struct KernelAdmin : IDispatch {
     static constexpr char Name[] = "KernelAdmin";
+    static constexpr const IID& Iid = IID_KernelAdmin;
     ZT_CONTRACT(ZT_KERNEL_ADMIN, ZT_EARLY_BOUND)
 };
 

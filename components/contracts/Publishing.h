@@ -56,12 +56,14 @@ namespace zt {
 // Class CLSID_Exporter, interface IID_Exporter; dual.
 struct Exporter : IDispatch {
     static constexpr char Name[] = "Exporter";
+    static constexpr const IID& Iid = IID_Exporter;
     ZT_CONTRACT(ZT_EXPORTER, ZT_EARLY_BOUND)
 };
 
 // Interface IID_3DComponent; dual.
 struct Component3D : IDispatch {
     static constexpr char Name[] = "Component3D";
+    static constexpr const IID& Iid = IID_3DComponent;
     static constexpr wchar_t ProgId[] = L"KV.3D.1";
     ZT_CONTRACT(ZT_3D_COMPONENT, ZT_EARLY_BOUND)
 };
@@ -69,6 +71,7 @@ struct Component3D : IDispatch {
 // Interface IID_3DCommandTarget, which a 3D component may have; derives from IUnknown only.
 struct CommandTarget3D : IUnknown {
     static constexpr char Name[] = "CommandTarget3D";
+    static constexpr const IID& Iid = IID_3DCommandTarget;
     ZT_CONTRACT(ZT_3D_COMMAND_TARGET, ZT_EARLY_BOUND)
 };
 
@@ -81,12 +84,14 @@ struct NodeTree : IDispatch {
 // Interface IID_ProjectNode; dual.
 struct ProjectNode : IDispatch {
     static constexpr char Name[] = "ProjectNode";
+    static constexpr const IID& Iid = IID_ProjectNode;
     ZT_CONTRACT(ZT_PROJECT_NODE, ZT_EARLY_BOUND)
 };
 
 // Class CLSID_Archive, interface IID_Archive; dual. Not the Archive that holds projects.
 struct ArchiveComponent : IDispatch {
     static constexpr char Name[] = "ArchiveComponent";
+    static constexpr const IID& Iid = IID_Archive;
     ZT_CONTRACT(ZT_ARCHIVE_COMPONENT, ZT_EARLY_BOUND)
 };
 

@@ -1,6 +1,6 @@
 #include "installation/handlers/OpenProject.h"
 
-#include "framework/Adopt.h"
+#include "support/ComPtr.h"
 #include "framework/Exceptions.h"
 #include "installation/runtime/Call.h"
 

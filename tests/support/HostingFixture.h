@@ -2,7 +2,6 @@
 #pragma once
 
 #include "framework/Wnd.h"
-#include "framework/WindowClass.h"
 #include "tests/support/TestControl.h"
 
 #include <gmock/gmock.h>

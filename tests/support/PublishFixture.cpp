@@ -1,7 +1,7 @@
 #include "tests/support/PublishFixture.h"
 
 #include "components/ComponentIds.h"
-#include "components/ErrorDescription.h"
+#include "components/Values.h"
 #include "publish/PublishProject.h"
 
 #include <filesystem>
@@ -73,7 +73,7 @@ PublishTest::PublishTest() {
     app.m_pKernelAdmin = kernel.Get();
     app.m_pKernelProject = project.Get();
     app.m_pStatusSite = new CStatusDispSite(&app);
-    app.m_pStatusSite->Product().SetProduct(L"ZeltorCatalog");
+    app.m_pStatusSite->Product().SetProduct(FactsOf(SpecificationClass::Ipc));
     std::ofstream(std::filesystem::path(app.m_strLogFile));
 }
 

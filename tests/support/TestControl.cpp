@@ -1,6 +1,6 @@
 #include "tests/support/TestControl.h"
 
-#include "framework/Adopt.h"
+#include "support/ComPtr.h"
 
 #include <bit>
 #include <utility>

@@ -1,6 +1,6 @@
 #include "Answer.h"
 
-#include "cms/Frame.h"
+#include "cms/Protocol.h"
 
 #include <charconv>
 #include <stdexcept>

@@ -2,7 +2,7 @@
 
 #include "Output.h"
 
-#include "cms/Frame.h"
+#include "cms/Protocol.h"
 
 #include <algorithm>
 #include <array>

@@ -1,16 +1,13 @@
 #include "components/Creation.h"
 
-#include "components/ComponentIds.h"
 #include "tests/support/FakeDispatch.h"
 #include "tests/support/TestClasses.h"
 
 #include <gtest/gtest.h>
-#include <wrl/client.h>
 
 namespace zt::test {
 namespace {
 
-using Microsoft::WRL::ComPtr;
 using testing::ElementsAre;
 
 TEST(CreateComponent, AsksForIUnknown) {
@@ -30,9 +27,9 @@ TEST(CreateHandlerComponent, AsksForTheExportHandlersInterface) {
         object.AddRef();
         return S_OK;
     });
-    ComPtr<IUnknown> created;
+    ComPtr<ExportHandler> created;
     EXPECT_EQ(CreateHandlerComponent(L"ZtTest.Handler", nullptr, AllServers, &created), S_OK);
-    EXPECT_EQ(created.Get(), &object);
+    EXPECT_EQ(static_cast<void*>(created.Get()), &object);
     EXPECT_EQ(known.Asked().size(), 1u);
 }
 

@@ -1,4 +1,4 @@
-#include "components/ErrorDescription.h"
+#include "components/Values.h"
 
 #include <gtest/gtest.h>
 
@@ -22,13 +22,13 @@ void SetDescription(const wchar_t* text) {
 
 TEST(ErrorDescription, IsEmptyWithoutErrorInformation) {
     SetErrorInfo(0, nullptr);
-    EXPECT_EQ(TakeErrorDescription(), L"");
+    EXPECT_EQ(TakeErrorInfo(), L"");
 }
 
 TEST(ErrorDescription, IsTakenFromTheThread) {
     SetDescription(L"disk full \x0416");
-    EXPECT_EQ(TakeErrorDescription(), L"disk full \x0416");
-    EXPECT_EQ(TakeErrorDescription(), L"");
+    EXPECT_EQ(TakeErrorInfo(), L"disk full \x0416");
+    EXPECT_EQ(TakeErrorInfo(), L"");
 }
 
 TEST(ErrorDescription, IsEmptyWhereTheInformationHasNone) {
@@ -37,7 +37,7 @@ TEST(ErrorDescription, IsEmptyWhereTheInformationHasNone) {
     ComPtr<IErrorInfo> info;
     ASSERT_EQ(creator.As(&info), S_OK);
     SetErrorInfo(0, info.Get());
-    EXPECT_EQ(TakeErrorDescription(), L"");
+    EXPECT_EQ(TakeErrorInfo(), L"");
 }
 
 } // namespace

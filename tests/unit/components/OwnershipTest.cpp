@@ -1,7 +1,7 @@
 // References that a call hands over are counted once.
 #include "components/Automation.h"
 #include "components/contracts/Administration.h"
-#include "framework/Adopt.h"
+#include "support/ComPtr.h"
 
 #include <gtest/gtest.h>
 

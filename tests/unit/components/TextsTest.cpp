@@ -1,4 +1,4 @@
-#include "components/Texts.h"
+#include "components/Values.h"
 
 #include "framework/Exceptions.h"
 

@@ -19,22 +19,19 @@ ComPtr<IUnknown> SomeObject() {
 
 TEST(TestClass, IsCreatedByItsProgIdWhileItLives) {
     const ComPtr<IUnknown> object = SomeObject();
-    ComPtr<IUnknown> created;
+    ComPtr<IStream> created;
     {
         const TestClass testClass(L"ZT.Test.1", TestClass::Gives(object.Get()));
-        EXPECT_EQ(CreateByProgId(L"ZT.Test.1", nullptr, AllServers, IID_IStream,
-                                 reinterpret_cast<void**>(created.GetAddressOf())),
-                  S_OK);
+        EXPECT_EQ(Create<IStream>(L"ZT.Test.1", nullptr, AllServers, created.GetAddressOf()), S_OK);
         EXPECT_TRUE(created);
         ASSERT_EQ(testClass.Asked().size(), 1U);
         EXPECT_EQ(testClass.Asked()[0], IID_IStream);
     }
-    EXPECT_EQ(CreateByProgId(L"ZT.Test.1", nullptr, AllServers, IID_IStream,
-                             reinterpret_cast<void**>(created.ReleaseAndGetAddressOf())),
+    EXPECT_EQ(Create<IStream>(L"ZT.Test.1", nullptr, AllServers, created.ReleaseAndGetAddressOf()),
               CO_E_CLASSSTRING);
 }
 
-TEST(TestClass, AnswersACreationAsTold) {
+TEST(TestClass, AnswersACreationAsSet) {
     const TestClass failing(L"ZT.Failing.1", TestClass::Fails(E_ACCESSDENIED));
     const TestClass empty(L"ZT.Empty.1", TestClass::GivesNothing());
     ComPtr<IUnknown> created;

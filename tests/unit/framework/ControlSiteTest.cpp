@@ -1,7 +1,6 @@
 // What a control finds at its site, and what is left of it when the container has gone.
-#include "framework/Adopt.h"
+#include "support/ComPtr.h"
 #include "framework/ControlSite.h"
-#include "framework/WindowClass.h"
 #include "framework/Wnd.h"
 #include "tests/support/TestControl.h"
 

@@ -1,5 +1,5 @@
 // What the container answers to a control that asks for what it does not offer, or asks wrongly.
-#include "framework/Adopt.h"
+#include "support/ComPtr.h"
 #include "framework/ControlSite.h"
 #include "framework/InPlaceFrame.h"
 

@@ -1,4 +1,4 @@
-#include "framework/WaitCursor.h"
+#include "framework/WinApp.h"
 
 #include <gtest/gtest.h>
 
