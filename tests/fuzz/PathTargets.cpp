@@ -2,7 +2,6 @@
 #include "support/Paths.h"
 #include "config/SpecificationPaths.h"
 #include "project/DocumentLocation.h"
-#include "publish/ArchiveNames.h"
 #include "publish/PublicationRules.h"
 #include "publish/Setting.h"
 
