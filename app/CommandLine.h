@@ -1,7 +1,7 @@
 // The command line's grammar and what a run takes from it.
 #pragma once
 
-#include "app/Metadata.h"
+#include "project/ProjectRequest.h"
 
 #include <span>
 #include <string>

@@ -2,11 +2,11 @@
 #include "app/ZTInvisible.h"
 
 #include "app/CommandLine.h"
+#include "app/Outcome.h"
+#include "app/Steps.h"
 #include "support/Files.h"
-#include "app/Failure.h"
 #include "support/Paths.h"
 #include "support/Registry.h"
-#include "app/StatusFiles.h"
 
 #include <ctime>
 #include <cwchar>
@@ -49,7 +49,7 @@ void CZTInvisible::Execute(int count, wchar_t** arguments) {
     if (failure)
         ReportFailure(*failure, projectName);
     line.metadata.clear();
-    // The outcome stands by now: nothing that the shut-down raises changes it.
+    // The outcome is decided: nothing that the shut-down raises changes it.
     FailureOf([this] { ShutDownKernel(); });
 }
 
@@ -61,15 +61,14 @@ void CZTInvisible::Perform(const CommandLine& line, std::wstring& projectName) {
     projectName = location.name;
     if (location.hasFolder)
         m_strExchangePath = location.folder;
-    SettleExchangeFolder();
+    ResolveExchangeFolder();
     StartStatusFiles(line.statusId);
     PrepareLogFile();
     Log(L"ZeltorAuthorInvisible started at %s with command line: '%s'\n", TimeOfDay().c_str(),
         std::wstring(ArgumentsOf(m_lpCmdLine != nullptr ? m_lpCmdLine : L"")).c_str());
-    if (HasProjectWork(line) && m_services.processProject)
-        m_services.processProject(*this, projectName.c_str(), line.document.c_str(),
-                                  line.editProgId.c_str(), line.editMethod.c_str(), line.metadata,
-                                  line.newProjectName.c_str());
+    if (HasProjectWork(line))
+        ProcessProject(*this, projectName.c_str(), line.document.c_str(), line.editProgId.c_str(),
+                       line.editMethod.c_str(), line.metadata, line.newProjectName.c_str());
     ReportSuccess(projectName);
 }
 
@@ -83,7 +82,7 @@ void CZTInvisible::TakeOver(const CommandLine& line) {
     m_strLogFile = line.logFile;
 }
 
-void CZTInvisible::SettleExchangeFolder() {
+void CZTInvisible::ResolveExchangeFolder() {
     if (m_strExchangePath.empty())
         m_strExchangePath = RegistryExchangePath();
     m_strExchangePath = WithoutTrailingBackslash(m_strExchangePath);
@@ -112,16 +111,16 @@ void CZTInvisible::ReportSuccess(const std::wstring& projectName) {
     if (!m_strStatusBase.empty())
         MarkSucceeded(m_strStatusBase);
     if (m_bNotify) {
-        Notify(L"STATUS", L"SUCCESS");
-        Notify(L"SAVE_AND_CLOSE", (projectName + L".kvp").c_str());
+        NotifyContentManager(*this, L"STATUS", L"SUCCESS");
+        NotifyContentManager(*this, L"SAVE_AND_CLOSE", ArchiveFileName(projectName).c_str());
     }
 }
 
 void CZTInvisible::ReportFailure(const std::wstring& message, const std::wstring& projectName) {
     LogError(message.c_str());
     if (m_bNotify) {
-        Notify(L"STATUS", L"FAILED");
-        Notify(L"CLOSE", projectName.c_str());
+        NotifyContentManager(*this, L"STATUS", L"FAILED");
+        NotifyContentManager(*this, L"CLOSE", projectName.c_str());
     }
 }
 

@@ -1,7 +1,7 @@
 #include "app/Program.h"
 
-#include "support/Output.h"
 #include "app/ZTInvisible.h"
+#include "support/Output.h"
 
 #include <windows.h>
 

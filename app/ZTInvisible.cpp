@@ -1,16 +1,16 @@
 #include "app/ZTInvisible.h"
 
-#include "support/Output.h"
-#include "app/StatusFiles.h"
-#include "support/Files.h"
+#include "app/Outcome.h"
+#include "app/Steps.h"
 #include "project/StatusDispSite.h"
+#include "support/Files.h"
+#include "support/Output.h"
 
 #include <cstdarg>
-#include <utility>
 
 namespace zt {
 
-CZTInvisible::CZTInvisible(RunServices services) : m_services(std::move(services)) {}
+CZTInvisible::CZTInvisible() = default;
 
 CZTInvisible::~CZTInvisible() = default;
 
@@ -29,16 +29,11 @@ void CZTInvisible::LogError(const wchar_t* message) {
         message = L"";
     Log(L"ERROR: %s", message);
     if (m_bNotify)
-        Notify(L"MESSAGE", message);
+        NotifyContentManager(*this, L"MESSAGE", message);
     else if (m_strStatusBase.empty())
         ConsolePrint(L"%s\n", message);
     else
         AppendFailure(m_strStatusBase, message);
-}
-
-void CZTInvisible::Notify(const wchar_t* action, const wchar_t* argument) {
-    if (m_services.notifyContentManager)
-        m_services.notifyContentManager(*this, action, argument);
 }
 
 void CZTInvisible::ShutDownKernel() {

@@ -1,18 +1,17 @@
 // The application object: the state of the one run that a process performs.
 #pragma once
 
-#include "app/RunServices.h"
 #include "components/Automation.h"
+#include "components/SpecificationClass.h"
 #include "components/contracts/Administration.h"
 #include "components/contracts/Handlers.h"
 #include "components/contracts/Kernel.h"
-#include "config/AxesPosition.h"
-#include "components/SpecificationClass.h"
+#include "config/Axes.h"
 #include "framework/WinApp.h"
+#include "support/ComPtr.h"
 #include "support/RunLog.h"
 
 #include <comdef.h>
-#include <wrl/client.h>
 
 #include <cstdint>
 #include <string>
@@ -24,12 +23,13 @@ struct CommandLine;
 
 class CZTInvisible : public CWinApp, public RunLog {
   public:
-    explicit CZTInvisible(RunServices services = {});
+    CZTInvisible();
     ~CZTInvisible() override;
 
-    // Performs the whole run that the arguments ask for (arguments[0] is the program) and tells its
-    // outcome by the log, the status files and the content-management client. Once in the object's
-    // life. Only an exception of a kind that the program never raises on purpose leaves it.
+    // Performs the whole run that the arguments ask for (arguments[0] is the program) and reports
+    // its outcome by the log, the status files and the content-management client. Once in the
+    // object's life. Only an exception of a type that the program never raises on purpose leaves
+    // it.
     void Execute(int count, wchar_t** arguments);
 
     // RunLog
@@ -75,14 +75,11 @@ class CZTInvisible : public CWinApp, public RunLog {
     // The steps of Execute; each raises its own message text. projectName receives the bare name.
     void Perform(const CommandLine& line, std::wstring& projectName);
     void TakeOver(const CommandLine& line);
-    void SettleExchangeFolder();
+    void ResolveExchangeFolder();
     void StartStatusFiles(const std::wstring& statusId);
     void PrepareLogFile();
     void ReportSuccess(const std::wstring& projectName);
     void ReportFailure(const std::wstring& message, const std::wstring& projectName);
-    void Notify(const wchar_t* action, const wchar_t* argument);
-
-    RunServices m_services;
 };
 
 } // namespace zt

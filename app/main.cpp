@@ -1,20 +1,18 @@
 // The process entry: starts the framework and hands the run to the application object.
 #include "app/Program.h"
-#include "app/PublishSteps.h"
 #include "app/ZTInvisible.h"
-#include "project/ProcessProject.h"
 
 #include <windows.h>
 #include <objbase.h>
 
-// The runtime of some toolchains expands wildcards in arguments unless told not to.
+// The runtime of some toolchains expands wildcards in arguments unless this is 0.
 extern "C" {
 int _dowildcard = 0;
 }
 
 namespace {
 
-zt::CZTInvisible theApp({zt::ProcessProject, zt::NotifyContentManager});
+zt::CZTInvisible theApp;
 
 } // namespace
 

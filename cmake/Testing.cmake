@@ -6,7 +6,14 @@ set(gtest_force_shared_crt ON CACHE BOOL "" FORCE)
 set(INSTALL_GTEST OFF CACHE BOOL "" FORCE)
 add_subdirectory(${ZT_GOOGLETEST_SOURCES} ${PROJECT_BINARY_DIR}/googletest EXCLUDE_FROM_ALL)
 
-# All tests of the program itself, and none of the development installation's or a tool's.
+if(WIN32)
+  target_compile_options(gtest PRIVATE -O1)
+  target_compile_options(gmock PRIVATE -O1)
+endif()
+
+# All test programs; and those of the program itself without the development installation's and the
+# tools'.
+add_custom_target(zt_tests)
 add_custom_target(zt_program_tests)
 
 # zt_add_tests(NAME target SOURCES ... LIBRARIES ...): a test program whose tests CTest knows one by
@@ -17,11 +24,13 @@ function(zt_add_tests)
   # Only the code under test is optimised: the tests' own sources compile in half the time.
   target_compile_options(${arg_NAME} PRIVATE -O0)
   if(WIN32)
+    target_compile_definitions(${arg_NAME} PRIVATE _GLIBCXX_ASSERTIONS)
     target_sources(${arg_NAME} PRIVATE ${PROJECT_SOURCE_DIR}/tests/support/Main.cpp)
     target_link_libraries(${arg_NAME} PRIVATE ${arg_LIBRARIES} zt_windows_settings GTest::gmock)
   else()
     target_link_libraries(${arg_NAME} PRIVATE ${arg_LIBRARIES} GTest::gmock_main)
   endif()
+  add_dependencies(zt_tests ${arg_NAME})
   if(NOT "${arg_LIBRARIES}" MATCHES "zt_dev|zt_cms_client")
     add_dependencies(zt_program_tests ${arg_NAME})
   endif()

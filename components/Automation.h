@@ -2,29 +2,55 @@
 #pragma once
 
 #include "components/Contract.h"
-#include "components/Values.h"
+#include "framework/OleDispatchDriver.h"
 #include "support/ComPtr.h"
 
 #include <comdef.h>
-#include <wrl/client.h>
+
+#include <array>
+#include <tuple>
+#include <utility>
 
 namespace zt {
 
-using Microsoft::WRL::ComPtr;
-
 namespace detail {
 
-// A call's result, handed to the caller as the type that stands for it. A component that succeeds
-// and hands over nothing gives an empty one.
-inline _bstr_t Take(Text, _variant_t& value) {
-    return ConvertVariant(value, VT_BSTR) ? _bstr_t(value.Detach().bstrVal, false) : _bstr_t();
+// A call's result as its C++ type; empty where the component returned no value.
+inline _bstr_t Take(Text, _variant_t value) {
+    return value.vt == VT_BSTR ? _bstr_t(value.Detach().bstrVal, false) : _bstr_t();
 }
-inline ComPtr<IDispatch> Take(Object, _variant_t& value) {
-    return Adopt(ConvertVariant(value, VT_DISPATCH) ? value.Detach().pdispVal : nullptr);
+inline ComPtr<IDispatch> Take(Object, _variant_t value) {
+    return Adopt(value.vt == VT_DISPATCH ? value.Detach().pdispVal : nullptr);
 }
-inline _variant_t Take(Value, _variant_t& value) {
-    return _variant_t(value.GetVARIANT(), false);
+inline _variant_t Take(Value, _variant_t value) {
+    return value;
 }
+inline void Take(Nothing, _variant_t) {}
+
+// The arguments of one call, in the order in which the contract lists them, lent to a component in
+// the order of DISPPARAMS (last first).
+template <typename... Types>
+class ArgumentArray {
+  public:
+    explicit ArgumentArray(typename Types::Argument... values) : m_held(Types::Hold(values)...) {
+        LendAll(std::index_sequence_for<Types...>());
+    }
+    std::span<VARIANTARG> Lent() { return m_lent; }
+
+  private:
+    template <std::size_t... At>
+    void LendAll(std::index_sequence<At...>) {
+        (LendOne<Types>(std::get<At>(m_held), m_lent[sizeof...(Types) - 1 - At]), ...);
+    }
+    template <typename Type>
+    static void LendOne(const typename Type::Held& held, VARIANTARG& argument) {
+        argument.vt = Type::Type;
+        Type::Lend(held, argument);
+    }
+
+    std::tuple<typename Types::Held...> m_held;
+    std::array<VARIANTARG, sizeof...(Types)> m_lent = {};
+};
 
 } // namespace detail
 
@@ -51,15 +77,9 @@ class AutomationObject : public COleDispatchDriver {
     template <typename Operation, typename... Types>
     auto CallWith(std::tuple<Types...>*, typename Types::Argument... values) {
         using Result = typename Operation::Result;
-        if constexpr (Result::Type == VT_EMPTY) {
-            InvokeHelper(Operation::Id, Operation::Kind, VT_EMPTY, nullptr, Operation::Codes,
-                         values...);
-        } else {
-            _variant_t result;
-            InvokeHelper(Operation::Id, Operation::Kind, VT_VARIANT, static_cast<VARIANT*>(&result),
-                         Operation::Codes, values...);
-            return detail::Take(Result(), result);
-        }
+        detail::ArgumentArray<Types...> arguments(values...);
+        return detail::Take(
+            Result(), InvokeHelper(Operation::Id, Operation::Kind, Result::Type, arguments.Lent()));
     }
 };
 

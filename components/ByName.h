@@ -28,8 +28,8 @@ HRESULT PutProperty(IDispatch* object, DISPID id, const VARIANT* value);
 HRESULT PutPropertyByName(IDispatch* object, const wchar_t* name, const VARIANT* value);
 
 // Calls the method with one positional argument. result may be null; what it holds is cleared
-// first, and it stays all zero where the method leaves it alone. *info receives what the component
-// tells of a failure. Returns the result code of Invoke.
+// first, and it stays all zero where the method does not set it. *info receives the details of a
+// failure. Returns the result code of Invoke.
 HRESULT InvokeMethod(IDispatch* object, DISPID id, const VARIANT& argument, VARIANT* result,
                      ExceptionInfo* info);
 

@@ -9,7 +9,7 @@
 // tests are all generated from them.
 #pragma once
 
-#include "framework/OleDispatchDriver.h"
+#include "components/Values.h"
 
 #include <windows.h>
 #include <oleauto.h>
@@ -38,34 +38,43 @@ struct EarlyBound {
 
 // ---- late-bound ----
 
-// Types of the arguments and results of automation calls.
+// Types of the arguments and results of automation calls. Argument is what a caller gives, Held
+// what is made of it for the call, and Lend gives the component the held value, which stays the
+// call's.
 struct Nothing {
     static constexpr VARTYPE Type = VT_EMPTY;
 };
-struct Text { // BSTR, given as a wide text
+struct Text { // BSTR, given as a wide text; null gives a null BSTR
     static constexpr VARTYPE Type = VT_BSTR;
-    static constexpr char Code[] = VTS_BSTR;
     using Argument = const wchar_t*;
+    using Held = _bstr_t;
+    // Raises the framework's memory exception.
+    static Held Hold(Argument text) { return text != nullptr ? MakeText(text) : Held(); }
+    static void Lend(const Held& held, VARIANTARG& argument) { argument.bstrVal = Borrow(held); }
 };
 struct Int32 { // I4
     static constexpr VARTYPE Type = VT_I4;
-    static constexpr char Code[] = VTS_I4;
     using Argument = long;
+    using Held = long;
+    static Held Hold(Argument number) { return number; }
+    static void Lend(Held held, VARIANTARG& argument) { argument.lVal = held; }
 };
 struct Boolean { // VARIANT_BOOL
     static constexpr VARTYPE Type = VT_BOOL;
-    static constexpr char Code[] = VTS_BOOL;
     using Argument = BOOL;
+    using Held = VARIANT_BOOL;
+    static Held Hold(Argument flag) { return flag ? VARIANT_TRUE : VARIANT_FALSE; }
+    static void Lend(Held held, VARIANTARG& argument) { argument.boolVal = held; }
 };
 struct Object { // IDispatch, borrowed as an argument, owned as a result
     static constexpr VARTYPE Type = VT_DISPATCH;
-    static constexpr char Code[] = VTS_DISPATCH;
     using Argument = IDispatch*;
+    using Held = IDispatch*;
+    static Held Hold(Argument object) { return object; }
+    static void Lend(Held held, VARIANTARG& argument) { argument.pdispVal = held; }
 };
-struct Value { // VARIANT
+struct Value { // VARIANT, as a result only
     static constexpr VARTYPE Type = VT_VARIANT;
-    static constexpr char Code[] = VTS_VARIANT;
-    using Argument = const VARIANT*;
 };
 
 struct Method {
@@ -84,8 +93,6 @@ struct LateBound {
     static constexpr WORD Kind = CallKind::Kind;
     using Result = ResultType;
     using Arguments = std::tuple<ArgumentTypes...>;
-    // The arguments' types as InvokeHelper wants them told.
-    static constexpr BYTE Codes[] = {static_cast<BYTE>(ArgumentTypes::Code[0])..., 0};
 };
 
 } // namespace zt

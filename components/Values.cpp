@@ -22,7 +22,7 @@ _bstr_t TakeOver(BSTR text) {
 }
 
 // Whether SafeArrayGetElement writes one BSTR of the caller's and reads at most two indices. The
-// VARIANT's type alone does not tell: it is the component's word, the descriptor decides.
+// VARIANT's type alone does not prove it: the component sets it; the descriptor decides.
 bool HoldsTexts(const SAFEARRAY* array) {
     return array != nullptr && array->cDims >= 1 && array->cDims <= 2 &&
            (array->fFeatures & FADF_BSTR) != 0 && array->cbElements == sizeof(BSTR);
@@ -46,15 +46,6 @@ void ClearVariant(VARIANT& value) {
     const HRESULT cleared = VariantClear(&value);
     if (FAILED(cleared))
         AfxThrowOleException(cleared);
-}
-
-bool ConvertVariant(VARIANT& value, VARTYPE type) {
-    if (value.vt == VT_EMPTY || value.vt == VT_NULL)
-        return false;
-    const HRESULT converted = value.vt == type ? S_OK : VariantChangeType(&value, &value, 0, type);
-    if (FAILED(converted))
-        AfxThrowOleException(converted);
-    return true;
 }
 
 _bstr_t TextElement(const VARIANT& array, LONG first, LONG second) {

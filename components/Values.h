@@ -31,10 +31,6 @@ inline const wchar_t* OrEmpty(const _bstr_t& text) {
 // locked array, say). A destructor can only ignore such a failure.
 void ClearVariant(VARIANT& value);
 
-// Converts the value in its place. False where it holds nothing (VT_EMPTY, VT_NULL) and is left as
-// it is. Raises the framework's OLE exception where it cannot be converted.
-bool ConvertVariant(VARIANT& value, VARTYPE type);
-
 // The element at {first, second} (in the order in which SafeArrayGetElement takes indices) of a
 // VARIANT that is exactly VT_ARRAY | VT_BSTR; empty for any other value and where there is no such
 // element. An array of one dimension takes first alone; one of more than two has no such element.

@@ -1,9 +1,7 @@
 #include "config/SpecificationFiles.h"
 
-#include "app/ZTInvisible.h"
+#include "config/SpecificationTexts.h"
 #include "support/Files.h"
-#include "config/Selection.h"
-#include "config/SpecificationPaths.h"
 #include "support/Text.h"
 
 #include <memory>
@@ -21,10 +19,9 @@ using Library = std::unique_ptr<std::remove_pointer_t<HMODULE>, LibraryUnloader>
 
 } // namespace
 
-HRESULT SelectConfigurationElement(const CZTInvisible& app, const XmlDocument& document,
+HRESULT SelectConfigurationElement(const std::wstring& language, const XmlDocument& document,
                                    XmlElement& element) {
     element = XmlElement();
-    const std::wstring language = WideText(app.m_bstrLanguage);
     if (!language.empty())
         if (const std::optional<std::wstring> path = ConfigurationOfLanguage(language))
             element = document.SelectSingle(path->c_str());
@@ -33,11 +30,12 @@ HRESULT SelectConfigurationElement(const CZTInvisible& app, const XmlDocument& d
     return element ? S_OK : E_FAIL;
 }
 
-_bstr_t ResolveSpecificationFile(CZTInvisible& app, const wchar_t* fileName) {
+_bstr_t ResolveSpecificationFile(KernelAdmin* kernel, const std::wstring& language,
+                                 const wchar_t* fileName) {
     _bstr_t folder;
-    KernelAdmin::GetSpecificationFolder::Call(app.m_pKernelAdmin.Get(), folder.GetAddress());
+    KernelAdmin::GetSpecificationFolder::Call(kernel, folder.GetAddress());
     const std::optional<std::wstring> inLanguage =
-        LanguageCandidate(WideText(folder), WideText(app.m_bstrLanguage), WideText(fileName));
+        LanguageCandidate(WideText(folder), language, WideText(fileName));
     if (inLanguage && Exists(inLanguage->c_str()))
         return _bstr_t(inLanguage->c_str());
     return _bstr_t(PlainCandidate(WideText(folder), WideText(fileName)).c_str());

@@ -1,22 +1,22 @@
-// The files of the specification that the kernel works with.
+// The files of a specification.
 #pragma once
 
+#include "components/contracts/Kernel.h"
 #include "config/XmlDocument.h"
 
-#include <windows.h>
+#include <string>
 
 namespace zt {
 
-class CZTInvisible;
-
-// The element of a description file that holds the configuration of the run's language, else the
+// The element of a description file that holds the configuration of the language, else the
 // document's root. E_FAIL (and no element) when neither is there.
-HRESULT SelectConfigurationElement(const CZTInvisible& app, const XmlDocument& document,
+HRESULT SelectConfigurationElement(const std::wstring& language, const XmlDocument& document,
                                    XmlElement& element);
 
-// Full path of a file of the kernel's current specification: in the subfolder of the run's
-// language where the file is there, else in the folder itself, whether it is there or not.
-_bstr_t ResolveSpecificationFile(CZTInvisible& app, const wchar_t* fileName);
+// Full path of a file of the kernel's current specification: in the subfolder of the language where
+// the file is there, else in the folder itself, whether it is there or not. fileName may be null.
+_bstr_t ResolveSpecificationFile(KernelAdmin* kernel, const std::wstring& language,
+                                 const wchar_t* fileName);
 
 // Has the component library register itself (DllRegisterServer). False when the library cannot be
 // loaded, has no such function or the function fails. The library does not stay loaded.

@@ -1,9 +1,9 @@
 #include "config/SpecificationHandlers.h"
 
-#include "app/ZTInvisible.h"
 #include "components/ByName.h"
 #include "components/Creation.h"
 #include "config/SpecificationFiles.h"
+#include "support/Text.h"
 
 #include <cwchar>
 
@@ -13,7 +13,11 @@ namespace {
 
 constexpr wchar_t Platform[] = L"x64";
 
-ComPtr<IUnknown> CreateKernelHandler(const CZTInvisible& app, const XmlElement& element) {
+_bstr_t Resolve(const SpecificationRun& run, const wchar_t* fileName) {
+    return ResolveSpecificationFile(run.kernel, WideText(run.language), fileName);
+}
+
+ComPtr<IUnknown> CreateKernelHandler(KernelAdmin* kernelAdmin, const XmlElement& element) {
     ComPtr<IUnknown> handler;
     const _bstr_t progId = element.Text();
     if (progId.length() == 0 || FAILED(CreateComponent(progId, nullptr, AllServers, &handler)))
@@ -21,42 +25,41 @@ ComPtr<IUnknown> CreateKernelHandler(const CZTInvisible& app, const XmlElement& 
     const ComPtr<IDispatch> dispatch = Query<IDispatch>(handler.Get());
     if (dispatch == nullptr)
         return handler;
-    const _variant_t kernel(static_cast<IDispatch*>(app.m_pKernelAdmin.Get()));
+    const _variant_t kernel(static_cast<IDispatch*>(kernelAdmin));
     PutPropertyByName(dispatch.Get(), L"Kernel", &kernel);
     return handler;
 }
 
 } // namespace
 
-void RegisterHandlerLibraries(CZTInvisible& app, const XmlElement& configuration) {
+void RegisterHandlerLibraries(const SpecificationRun& run, const XmlElement& configuration) {
     for (const XmlElement& handler : configuration.SelectAll(L"handlers/handler")) {
         const std::optional<_bstr_t> platform = handler.Attribute(L"platform");
         if (platform && std::wcscmp(*platform, Platform) == 0)
-            SelfRegisterLibrary(ResolveSpecificationFile(app, handler.Text()));
+            SelfRegisterLibrary(Resolve(run, handler.Text()));
     }
 }
 
-void CreateKernelHandlers(CZTInvisible& app, const XmlElement& configuration) {
-    app.m_pSequenceNumberHandler =
-        CreateKernelHandler(app, configuration.SelectSingle(L"seqnoHandler"));
-    app.m_pNotificationHandler =
-        CreateKernelHandler(app, configuration.SelectSingle(L"notifyHandler"));
+void CreateKernelHandlers(const SpecificationRun& run, const XmlElement& configuration) {
+    run.sequenceNumberHandler =
+        CreateKernelHandler(run.kernel, configuration.SelectSingle(L"seqnoHandler"));
+    run.notificationHandler =
+        CreateKernelHandler(run.kernel, configuration.SelectSingle(L"notifyHandler"));
 }
 
-void CreateExportHandler(CZTInvisible& app, const XmlElement& configuration) {
+void CreateExportHandler(const SpecificationRun& run, const XmlElement& configuration) {
     const XmlElement element = configuration.SelectSingle(L"exportHandler");
     if (!element)
         return;
     if (FAILED(CreateHandlerComponent(element.Text(), nullptr, AllServers,
-                                      app.m_pExportHandler.ReleaseAndGetAddressOf())))
+                                      run.exportHandler.ReleaseAndGetAddressOf())))
         return;
-    const ComPtr<ScriptExporter> exporter = Query<ScriptExporter>(app.m_pExportHandler.Get());
+    const ComPtr<ScriptExporter> exporter = Query<ScriptExporter>(run.exportHandler.Get());
     const std::optional<_bstr_t> script = element.Attribute(L"script");
     if (exporter == nullptr || !script || script->length() == 0)
         return;
-    if (FAILED(ScriptExporter::LoadScript::Call(exporter.Get(),
-                                                ResolveSpecificationFile(app, *script))))
-        app.m_pExportHandler.Reset();
+    if (FAILED(ScriptExporter::LoadScript::Call(exporter.Get(), Resolve(run, *script))))
+        run.exportHandler.Reset();
 }
 
 } // namespace zt

@@ -1,8 +1,8 @@
 #include "config/XmlDocument.h"
 
 #include "components/Creation.h"
-#include "config/MessageWait.h"
 
+#include <optional>
 #include <utility>
 
 namespace zt {
@@ -36,7 +36,37 @@ XmlElement SelectSingleFrom(IXMLDOMNode* node, const wchar_t* path) {
     return XmlElement(std::move(found));
 }
 
+// How often the loading is looked at while no message comes, in milliseconds.
+constexpr DWORD PollInterval = 10;
+
+// Dispatches what stands in this thread's queue; WM_QUIT stays for whoever waits for it.
+void PumpMessages() {
+    std::optional<int> quit;
+    MSG message = {};
+    while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+        if (message.message == WM_QUIT) {
+            quit = static_cast<int>(message.wParam);
+            continue;
+        }
+        TranslateMessage(&message);
+        DispatchMessageW(&message);
+    }
+    if (quit)
+        PostQuitMessage(*quit);
+}
+
 } // namespace
+
+bool WaitWithMessages(const std::function<bool()>& condition, DWORD longest) {
+    const ULONGLONG start = GetTickCount64();
+    while (!condition()) {
+        if (GetTickCount64() - start > longest)
+            return false;
+        MsgWaitForMultipleObjects(0, nullptr, FALSE, PollInterval, QS_ALLINPUT);
+        PumpMessages();
+    }
+    return true;
+}
 
 XmlElement XmlElement::SelectSingle(const wchar_t* path) const {
     return SelectSingleFrom(m_node.Get(), path);

@@ -1,17 +1,17 @@
 // Reading of the XML files of the installation, with the platform's parser.
 #pragma once
 
+#include "support/ComPtr.h"
+
 #include <comdef.h>
 #include <msxml2.h>
-#include <wrl/client.h>
 
+#include <functional>
 #include <optional>
 #include <utility>
 #include <vector>
 
 namespace zt {
-
-using Microsoft::WRL::ComPtr;
 
 // An element of a document, or none.
 class XmlElement {
@@ -42,7 +42,7 @@ class XmlDocument {
     // code of the creation.
     HRESULT Create();
 
-    // Loads the file and waits for the end of the loading, handing out the messages that the
+    // Loads the file and waits for the end of the loading, dispatching the messages that the
     // parser sends to its own thread. True when the whole file was read and is well-formed. Gives
     // up, with false, when there is no end after that many milliseconds.
     bool Load(const wchar_t* path, DWORD longest = 60'000);
@@ -56,5 +56,9 @@ class XmlDocument {
 
     ComPtr<IXMLDOMDocument> m_document;
 };
+
+// Waits until the condition holds, dispatching this thread's messages meanwhile; WM_QUIT stays for
+// whoever waits for it. False when the condition does not hold after that many milliseconds.
+bool WaitWithMessages(const std::function<bool()>& condition, DWORD longest);
 
 } // namespace zt

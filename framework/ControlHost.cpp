@@ -25,8 +25,8 @@ HRESULT CreateMemoryStorage(IStorage** storage) {
         memory.Get(), STGM_CREATE | STGM_READWRITE | STGM_SHARE_EXCLUSIVE, 0, storage);
 }
 
-// A control may say that it has no new state to make.
-HRESULT Lenient(HRESULT initialised) {
+// A control without a state to initialise may answer E_NOTIMPL.
+HRESULT AcceptNotImplemented(HRESULT initialised) {
     return initialised == E_NOTIMPL ? S_OK : initialised;
 }
 
@@ -81,7 +81,7 @@ HRESULT ControlHost::SetSite() {
 HRESULT ControlHost::Initialise() {
     ComPtr<IPersistStreamInit> stream;
     if (SUCCEEDED(m_control.As(&stream)) && stream != nullptr)
-        return Lenient(stream->InitNew());
+        return AcceptNotImplemented(stream->InitNew());
     ComPtr<IPersistStorage> storage;
     if (SUCCEEDED(m_control.As(&storage)) && storage != nullptr)
         return InitialiseStorage(storage.Get());
@@ -90,11 +90,11 @@ HRESULT ControlHost::Initialise() {
 
 HRESULT ControlHost::InitialiseStorage(IPersistStorage* persist) {
     const HRESULT made = CreateMemoryStorage(&m_storage);
-    return SUCCEEDED(made) ? Lenient(persist->InitNew(m_storage.Get())) : made;
+    return SUCCEEDED(made) ? AcceptNotImplemented(persist->InitNew(m_storage.Get())) : made;
 }
 
 HWND ControlHost::Activate() {
-    TellItsPlace();
+    SetContained();
     SetExtent();
     const HRESULT activated = m_object->DoVerb(OLEIVERB_INPLACEACTIVATE, nullptr, m_site.Get(), 0,
                                                m_place.parent, &m_place.rect);
@@ -104,9 +104,9 @@ HWND ControlHost::Activate() {
     return window;
 }
 
-// An object that can run elsewhere learns that its place is inside another one. The platform's own
-// helper falls over an object that says it can and hands over nothing.
-void ControlHost::TellItsPlace() {
+// An object that can run on its own must know that it is embedded (the interface's rule). The
+// platform's own helper crashes on an object that answers the interface with null.
+void ControlHost::SetContained() {
     ComPtr<IRunnableObject> runnable;
     if (SUCCEEDED(m_control.As(&runnable)) && runnable != nullptr)
         runnable->SetContainedObject(TRUE);
@@ -142,7 +142,7 @@ HWND ControlHost::ControlWindow() const {
     return window;
 }
 
-// The control makes its window as it pleases; from here on it stands as the container wants it.
+// The control chooses its window's style and parent; the container's apply from here on.
 void ControlHost::SetUpWindow(HWND window) const {
     constexpr DWORD kinds = WS_POPUP | WS_CHILD;
     const DWORD own = static_cast<DWORD>(GetWindowLongPtrW(window, GWL_STYLE)) & ~kinds;

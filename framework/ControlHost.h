@@ -9,7 +9,7 @@
 
 #include <string>
 
-// Where and how a control's window stands.
+// Position and look of a control's window.
 struct ControlPlace {
     HWND parent;
     std::wstring title; // empty: the control's own
@@ -21,14 +21,14 @@ struct ControlPlace {
 class ControlHost {
   public:
     explicit ControlHost(ControlPlace place);
-    // Pulls the control down: deactivates it, closes it without saving, takes its site away and
-    // releases it, as far as it had come.
+    // Tears the control down: deactivates it, closes it without saving, clears its site and
+    // releases it, each where it was done before.
     ~ControlHost();
     ControlHost(const ControlHost&) = delete;
     ControlHost& operator=(const ControlHost&) = delete;
 
-    // Creates the control, gives it its site and initialises it, in the order that the control's
-    // status bits ask for. Returns the first failing result code.
+    // Creates the control, sets its site and initialises it, in the order that the control's status
+    // bits require. Returns the first failing result code.
     HRESULT Create(const wchar_t* control);
 
     // Activates the control in place. Returns its window, set up as the place says; null for a
@@ -43,7 +43,7 @@ class ControlHost {
     HRESULT SetSite();
     HRESULT Initialise();
     HRESULT InitialiseStorage(IPersistStorage* persist);
-    void TellItsPlace();
+    void SetContained();
     void SetExtent();
     void Deactivate();
     ComPtr<IOleInPlaceObject> InPlaceObject() const;

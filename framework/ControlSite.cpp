@@ -1,4 +1,4 @@
-// What a control asks of its place: the client site and the in-place site.
+// The client site and the in-place site.
 #include "framework/ControlSite.h"
 
 ControlSite::ControlSite(HWND parent, const RECT& rect)
@@ -44,7 +44,7 @@ ComPtr<IOleInPlaceObject> ControlSite::InPlaceObject() const {
     return inPlace;
 }
 
-// ---- client site: the control's state is nowhere kept ----
+// ---- client site: the control's state is not saved ----
 
 HRESULT ControlSite::SaveObject() {
     return E_NOTIMPL;

@@ -15,7 +15,7 @@ struct PixelScale {
 
 constexpr LONG HimetricPerInch = 2540;
 
-// The screen's scale; 96 pixels an inch where it cannot be learnt.
+// The screen's scale; 96 pixels an inch where it cannot be read.
 PixelScale ScreenScale();
 
 // Of a length in pixels, and back. Rounded.
@@ -24,16 +24,16 @@ LONG HimetricToPixels(LONG length, LONG pixelsPerInch);
 
 // The container as one control sees it: client site, in-place site, control site and, through
 // IDispatch, the ambient properties. It offers no windowless activation, so that every control that
-// shows something makes a window of its own, and does not ask for property notifications.
+// shows something creates its own window, and does not request property notifications.
 //
-// Lives on the heap. A control may keep it longer than the container lives: it then answers that
-// the container has gone.
+// Lives on the heap. A control may keep it longer than the container exists: its calls then
+// report that the container is destroyed.
 class ControlSite final : public IOleClientSite,
                           public IOleInPlaceSiteEx,
                           public IOleControlSite,
                           public IDispatch {
   public:
-    // The control stands in parent, in rect (pixels of its client area).
+    // The control is placed in parent, in rect (pixels of its client area).
     ControlSite(HWND parent, const RECT& rect);
 
     // The control of this site, borrowed until Detach, which also cuts the site off its container.
@@ -104,7 +104,7 @@ class ControlSite final : public IOleClientSite,
     ComPtr<IOleInPlaceObject> InPlaceObject() const;
 
     ULONG m_references = 1;
-    HWND m_parent; // null once the container has gone
+    HWND m_parent; // null once the container is destroyed
     RECT m_rect;
     ComPtr<InPlaceFrame> m_frame;
     IUnknown* m_control = nullptr;

@@ -12,13 +12,13 @@ LONG ToHimetric(float pixels, LONG perInch) {
     return PixelsToHimetric(static_cast<LONG>(std::lround(pixels)), perInch);
 }
 
-HRESULT Give(VARIANT* value, bool flag) {
+HRESULT SetValue(VARIANT* value, bool flag) {
     value->vt = VT_BOOL;
     value->boolVal = flag ? VARIANT_TRUE : VARIANT_FALSE;
     return S_OK;
 }
 
-HRESULT Give(VARIANT* value, DWORD number) {
+HRESULT SetValue(VARIANT* value, DWORD number) {
     value->vt = VT_I4;
     value->lVal = static_cast<LONG>(number);
     return S_OK;
@@ -31,7 +31,7 @@ HRESULT Give(VARIANT* value, DWORD number) {
 HRESULT ReadAmbientProperty(DISPID id, VARIANT* value) {
     switch (id) {
     case DISPID_AMBIENT_USERMODE:
-        return Give(value, true);
+        return SetValue(value, true);
     case DISPID_AMBIENT_UIDEAD:
     case DISPID_AMBIENT_MESSAGEREFLECT:
     case DISPID_AMBIENT_SHOWGRABHANDLES:
@@ -39,13 +39,13 @@ HRESULT ReadAmbientProperty(DISPID id, VARIANT* value) {
     case DISPID_AMBIENT_DISPLAYASDEFAULT:
     case DISPID_AMBIENT_SUPPORTSMNEMONICS:
     case DISPID_AMBIENT_AUTOCLIP:
-        return Give(value, false);
+        return SetValue(value, false);
     case DISPID_AMBIENT_LOCALEID:
-        return Give(value, DWORD{GetUserDefaultLCID()});
+        return SetValue(value, DWORD{GetUserDefaultLCID()});
     case DISPID_AMBIENT_BACKCOLOR:
-        return Give(value, DWORD{GetSysColor(COLOR_WINDOW)});
+        return SetValue(value, DWORD{GetSysColor(COLOR_WINDOW)});
     case DISPID_AMBIENT_FORECOLOR:
-        return Give(value, DWORD{GetSysColor(COLOR_WINDOWTEXT)});
+        return SetValue(value, DWORD{GetSysColor(COLOR_WINDOWTEXT)});
     default:
         return DISP_E_MEMBERNOTFOUND;
     }

@@ -50,7 +50,7 @@ class COleDispatchException : public COleException {
     CString m_strDescription;
 };
 
-// What Invoke tells of a failure (DISP_E_EXCEPTION); owns the strings in it.
+// Details of a failed Invoke (DISP_E_EXCEPTION); owns the strings in it.
 struct ExceptionInfo : EXCEPINFO {
     ExceptionInfo() : EXCEPINFO{} {}
     ~ExceptionInfo();

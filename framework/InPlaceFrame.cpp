@@ -38,7 +38,7 @@ HRESULT InPlaceFrame::RequestBorderSpace(const BORDERWIDTHS*) {
     return INPLACE_E_NOTOOLSPACE;
 }
 
-// Null means that the object wants no space, which it may have.
+// Null means that the object needs no space.
 HRESULT InPlaceFrame::SetBorderSpace(const BORDERWIDTHS* widths) {
     return widths == nullptr ? S_OK : INPLACE_E_NOTOOLSPACE;
 }

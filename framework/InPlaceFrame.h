@@ -5,12 +5,12 @@
 
 // The frame that a control finds around its site: the container's window, with no menu, no status
 // line, no tools and no accelerators of its own. Lives on the heap; a control may keep it longer
-// than the container lives.
+// than the container exists.
 class InPlaceFrame final : public IOleInPlaceFrame {
   public:
     explicit InPlaceFrame(HWND window) : m_window(window) {}
 
-    // The container's window is gone.
+    // The container's window is destroyed.
     void Detach() { m_window = nullptr; }
 
     // IUnknown

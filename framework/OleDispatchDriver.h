@@ -4,15 +4,10 @@
 #include "framework/Exceptions.h"
 
 #include <windows.h>
+#include <comdef.h>
 #include <oleauto.h>
 
-// One character for each argument of InvokeHelper, in the order of the arguments; its code is the
-// argument's VARTYPE.
-#define VTS_I4 "\x03"       // a 'long'
-#define VTS_BSTR "\x08"     // a 'const wchar_t*', null for a null BSTR
-#define VTS_DISPATCH "\x09" // an 'IDispatch*', borrowed
-#define VTS_BOOL "\x0B"     // a 'BOOL', passed as VARIANT_TRUE or VARIANT_FALSE
-#define VTS_VARIANT "\x0C"  // a 'const VARIANT*', borrowed
+#include <span>
 
 class COleDispatchDriver {
   public:
@@ -33,15 +28,13 @@ class COleDispatchDriver {
     IDispatch* DetachDispatch();
     void ReleaseDispatch();
 
-    // Calls the object. arguments lists VTS_ characters (null for none) for the values behind it.
-    // The result is converted to resultType and written to result, which the caller owns: a
-    // BSTR*, IDispatch**, VARIANT*, long* or VARIANT_BOOL* that must be empty before the call;
-    // VT_EMPTY asks for none. The result stays empty when the component gives no value, and when
+    // Calls the object. arguments are in the order of DISPPARAMS (last first) and stay the
+    // caller's. Returns the result converted to resultType; VT_VARIANT leaves it as it is, VT_EMPTY
+    // asks for none. It is empty when the component gives no value (VT_EMPTY or VT_NULL), and when
     // the driver is empty, which then calls nothing. Raises COleDispatchException when the
-    // component reports an error of its own, else COleException; CMemoryException when an argument
-    // cannot be built.
-    void InvokeHelper(DISPID id, WORD kind, VARTYPE resultType, void* result, const BYTE* arguments,
-                      ...);
+    // component reports an error of its own, else COleException.
+    _variant_t InvokeHelper(DISPID id, WORD kind, VARTYPE resultType,
+                            std::span<VARIANTARG> arguments);
 
     IDispatch* m_lpDispatch = nullptr;
     bool m_bAutoRelease = true;

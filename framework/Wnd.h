@@ -13,13 +13,13 @@ class ControlHost;
 
 // Registers a window class of the given look, whose windows do what the system does by default, and
 // returns its name, which stays valid until the process ends. The same look gives the same class,
-// however often it is asked for; the system takes the class away with the process. Null when the
+// however often it is requested; the system removes the class with the process. Null when the
 // class cannot be registered.
 const wchar_t* AfxRegisterWndClass(UINT style, HCURSOR cursor = nullptr,
                                    HBRUSH background = nullptr, HICON icon = nullptr);
 
 // Owns its window and, where it hosts one, its control; both go with it. A control's CWnd must go
-// before the CWnd that it stands in.
+// before its parent's CWnd.
 class CWnd : public CCmdTarget {
   public:
     CWnd();
@@ -38,7 +38,7 @@ class CWnd : public CCmdTarget {
     BOOL CreateControl(const wchar_t* control, const wchar_t* title, DWORD style, const RECT& rect,
                        const CWnd& parent, UINT id);
 
-    // Pulls the control down (deactivate, close, clear the site, release), or destroys the window.
+    // Tears the control down (deactivate, close, clear the site, release), or destroys the window.
     // FALSE when there is neither. Called again, it does nothing.
     BOOL DestroyWindow();
 

@@ -1,6 +1,5 @@
 #include "project/StatusDispSite.h"
 
-#include "app/ZTInvisible.h"
 #include "components/ComponentIds.h"
 
 namespace zt {
@@ -25,7 +24,7 @@ LONG AnswerTo(LONG style) {
     }
 }
 
-// Gives the caller a copy of the text. A null place is passed over.
+// Gives the caller a copy of the text. A null place is ignored.
 HRESULT HandOver(const std::wstring& text, BSTR* place) {
     if (place == nullptr)
         return S_OK;
@@ -79,8 +78,8 @@ HRESULT CStatusDispSite::Accepted4() {
 }
 
 HRESULT CStatusDispSite::ShowMessage(const wchar_t* text, LONG style, LONG* answer) {
-    if (m_pApp != nullptr)
-        m_pApp->LogError(text != nullptr ? text : L"");
+    if (m_log != nullptr)
+        m_log->LogError(text != nullptr ? text : L"");
     if (answer != nullptr)
         *answer = AnswerTo(style);
     return S_OK;

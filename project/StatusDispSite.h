@@ -1,8 +1,9 @@
-// The kernel's host: takes its messages and questions and tells it which product it works for.
+// The kernel's host: answers its messages and its questions about the product.
 #pragma once
 
+#include "components/Installation.h"
 #include "components/contracts/StatusDisplay.h"
-#include "config/ProductInformation.h"
+#include "support/RunLog.h"
 
 #include <windows.h>
 #include <ocidl.h>
@@ -11,16 +12,14 @@
 
 namespace zt {
 
-class CZTInvisible;
-
 // Lives on the heap and frees itself with its last reference; the count starts at 0. For the main
 // thread only: the count is a plain one.
 class CStatusDispSite final : public IOKStatusDisplay,
                               public IOleClientSite,
                               public IServiceProvider {
   public:
-    // app may be null; messages are then answered but not reported.
-    explicit CStatusDispSite(CZTInvisible* app) : m_pApp(app) {}
+    // log is borrowed and may be null; messages are then answered but not reported.
+    explicit CStatusDispSite(RunLog* log) : m_log(log) {}
 
     ProductInformation& Product() { return m_product; }
     const ProductInformation& Product() const { return m_product; }
@@ -59,7 +58,7 @@ class CStatusDispSite final : public IOKStatusDisplay,
 
     ULONG m_references = 0;
     ProductInformation m_product;
-    CZTInvisible* m_pApp;
+    RunLog* m_log;
 };
 
 } // namespace zt

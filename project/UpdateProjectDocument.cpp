@@ -1,6 +1,5 @@
 #include "project/UpdateProjectDocument.h"
 
-#include "app/ZTInvisible.h"
 #include "components/Values.h"
 #include "project/EditorControl.h"
 
@@ -8,38 +7,37 @@ namespace zt {
 
 namespace {
 
-_bstr_t DocumentName(CZTInvisible& app) {
+_bstr_t DocumentName(KernelProject* project) {
     _bstr_t name;
-    KernelProject::GetDocumentName::Call(app.m_pKernelProject.Get(), name.GetAddress());
+    KernelProject::GetDocumentName::Call(project, name.GetAddress());
     return name;
 }
 
 // Returns the name of the document; empty where none could be made, which is no failure.
-_bstr_t GenerateDocument(CZTInvisible& app) {
-    KernelProject::GenerateDocument::Call(app.m_pKernelProject.Get(),
-                                          Borrow(app.m_bstrDocumentHandler));
-    const _bstr_t name = DocumentName(app);
+_bstr_t GenerateDocument(KernelProject* project, const _bstr_t& documentHandler, RunLog& log) {
+    KernelProject::GenerateDocument::Call(project, Borrow(documentHandler));
+    const _bstr_t name = DocumentName(project);
     if (name.length() != 0)
-        app.Log(L"Document '%ws' was generated in the project\n", OrEmpty(name));
+        log.Log(L"Document '%ws' was generated in the project\n", OrEmpty(name));
     else
-        app.Log(L"Failed to generate document\n");
+        log.Log(L"Failed to generate document\n");
     return name;
 }
 
 // Returns whether the document was saved.
-bool EditDocument(CZTInvisible& app) {
+bool EditDocument(KernelAdmin* kernel, bool newRevision, RunLog& log) {
     EditorControl editor;
-    editor.SetKernel(app.m_pKernelAdmin.Get());
+    editor.SetKernel(kernel);
     if (!editor.HasDocument())
         throw L"Error updating document - document could not be loaded into XMED. It can be "
               L"invalid.";
     const bool changed = editor.HasUnsavedChanges();
     if (changed) {
-        editor.RunUpdateCommands(app.m_bNewRevision);
+        editor.RunUpdateCommands(newRevision);
         editor.Save();
-        app.Log(L"Document in the project was updated\n");
+        log.Log(L"Document in the project was updated\n");
     } else {
-        app.Log(L"Document is up-to-date and has not been modified\n");
+        log.Log(L"Document is up-to-date and has not been modified\n");
     }
     editor.Close();
     return changed;
@@ -47,15 +45,16 @@ bool EditDocument(CZTInvisible& app) {
 
 } // namespace
 
-bool UpdateProjectDocument(CZTInvisible& app) {
-    _bstr_t name = DocumentName(app);
+bool UpdateDocument(KernelAdmin* kernel, KernelProject* project, const _bstr_t& documentHandler,
+                    bool newRevision, RunLog& log) {
+    _bstr_t name = DocumentName(project);
     const bool isMissing = name.length() == 0;
     if (isMissing)
-        name = GenerateDocument(app);
+        name = GenerateDocument(project, documentHandler, log);
     if (name.length() == 0)
         return false;
-    app.Log(L"Updating document '%ws'\n", OrEmpty(name));
-    return EditDocument(app) || isMissing;
+    log.Log(L"Updating document '%ws'\n", OrEmpty(name));
+    return EditDocument(kernel, newRevision, log) || isMissing;
 }
 
 } // namespace zt

@@ -1,11 +1,16 @@
 #pragma once
 
+#include "components/contracts/Kernel.h"
+#include "support/RunLog.h"
+
+#include <comdef.h>
+
 namespace zt {
 
-class CZTInvisible;
-
-// Generates the project's document when it has none and updates it through the authoring system's
-// hidden editor control. Returns whether the project changed; raises a message text on failure.
-bool UpdateProjectDocument(CZTInvisible& app);
+// Generates the project's document, by the document handler, when it has none and updates it
+// through the authoring system's hidden editor control, which removes the change marks where a new
+// revision follows. Returns whether the project changed; raises a message text on failure.
+bool UpdateDocument(KernelAdmin* kernel, KernelProject* project, const _bstr_t& documentHandler,
+                    bool newRevision, RunLog& log);
 
 } // namespace zt

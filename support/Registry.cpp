@@ -9,21 +9,28 @@ KeyHolder OpenRegistryKey(HKEY root, const wchar_t* path) {
     return KeyHolder(key);
 }
 
-std::wstring ReadRegistryText(HKEY root, const wchar_t* keyPath, const wchar_t* valueName) {
+std::wstring RegistryValue::Text() const {
+    return {reinterpret_cast<const wchar_t*>(bytes.data()), bytes.size() / sizeof(wchar_t)};
+}
+
+RegistryValue ReadRegistryValue(HKEY root, const wchar_t* keyPath, const wchar_t* valueName) {
     const KeyHolder key = OpenRegistryKey(root, keyPath);
-    DWORD type = REG_NONE;
+    RegistryValue value;
     DWORD size = 0;
-    if (key == nullptr ||
-        RegQueryValueExW(key.get(), valueName, nullptr, &type, nullptr, &size) != ERROR_SUCCESS ||
-        type != REG_SZ)
+    if (key == nullptr || RegQueryValueExW(key.get(), valueName, nullptr, &value.type, nullptr,
+                                           &size) != ERROR_SUCCESS)
         return {};
-    std::wstring text(size / sizeof(wchar_t) + 1, L'\0');
-    size = static_cast<DWORD>(text.size() * sizeof(wchar_t));
-    if (RegQueryValueExW(key.get(), valueName, nullptr, &type, reinterpret_cast<BYTE*>(text.data()),
-                         &size) != ERROR_SUCCESS ||
-        type != REG_SZ)
+    value.bytes.resize(size);
+    if (size != 0 && RegQueryValueExW(key.get(), valueName, nullptr, &value.type,
+                                      value.bytes.data(), &size) != ERROR_SUCCESS)
         return {};
-    text.resize(size / sizeof(wchar_t));
+    value.bytes.resize(size);
+    return value;
+}
+
+std::wstring ReadRegistryText(HKEY root, const wchar_t* keyPath, const wchar_t* valueName) {
+    const RegistryValue value = ReadRegistryValue(root, keyPath, valueName);
+    const std::wstring text = value.type == REG_SZ ? value.Text() : std::wstring();
     return text.substr(0, text.find(L'\0'));
 }
 

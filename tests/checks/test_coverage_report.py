@@ -51,7 +51,7 @@ def test_nothing_measured_is_an_error(tmp_path):
         str(figures(tmp_path))
 
 
-def test_uncovered_lines_are_told_by_file_number_and_text(tmp_path):
+def test_uncovered_lines_are_reported_by_file_number_and_text(tmp_path):
     (tmp_path / "app").mkdir()
     (tmp_path / "app" / "a.cpp").write_text("int a() {\n    return 1;\n}\n")
     measured = figures(tmp_path, line(1, 1), line(2, 0), line(3, 0, noncode=True))

@@ -59,12 +59,12 @@ def test_package_is_shown_as_its_files_with_their_sizes(tmp_path):
         f"package {tmp_path}/P.kvb\n            2  sub/a.txt")
 
 
-def test_package_that_is_none_is_told(tmp_path):
+def test_package_that_is_none_is_reported(tmp_path):
     (tmp_path / "P.kvb").write_bytes(b"no package")
     assert "cannot be read" in load("publication").describe(tmp_path, "P")
 
 
-def test_nothing_published_is_told(tmp_path):
+def test_nothing_published_is_reported(tmp_path):
     assert load("publication").describe(tmp_path, "P") == "(nothing)"
 
 

@@ -1,14 +1,15 @@
 """clang-tidy over the project's sources.
 
 Most of its time goes into the platform's headers, so many sources that are compiled with the same
-options are joined into one text and checked together. Those that cannot stand in one text with the
-others (two helpers of one name, say) are checked apart. What was found is kept by content below
-build/tidy.
+options are joined into one text and read together. Those that cannot stand in one text with the
+others (two helpers of one name, say) are read apart. What was found in a source is kept by the
+content of all that it includes, below build/tidy, and only sources without such a result are read.
 """
 
 from __future__ import annotations
 
 import contextlib
+import functools
 import hashlib
 import json
 import re
@@ -23,68 +24,106 @@ CACHE = tree.BUILD / "tidy"
 # stands in the same text, so that its time grows faster than the text, and it drowns in the test
 # framework's macros. Stand-ins and tests are read by all other checks.
 ANALYSED_GROUP_SIZE = 14
-GROUP_SIZE = 40
-_EXPORTS = re.compile(r"-D\w+_EXPORTS$")  # CMake's own, one for each library
+GROUP_SIZE = 50
+# Options that keep like sources apart and change nothing that is read.
+_NO_MATTER = re.compile(r"-D(\w+_EXPORTS|NDEBUG|_GLIBCXX_ASSERTIONS)$")
 _LOCATION = re.compile(r"^(\S+?):(\d+):(\d+): (.*)$")
 
 
 @dataclass(frozen=True)
 class Group:
-    name: str
+    """Sources that are read as one text; the first option names the preset."""
+
     sources: tuple[Path, ...]
     options: tuple[str, ...]
 
 
-def groups() -> list[Group]:
-    """All sources of the release and native presets, each once."""
+def sources() -> dict[Path, tuple[str, ...]]:
+    """Every source of the release and native presets with its options."""
     compiled: dict[Path, tuple[str, ...]] = {}
-    for source, options in tree.compile_options("native").items():
-        compiled[source] = ("native", *options)
-    for source, options in tree.compile_options("release").items():
-        compiled[source] = ("release", *(word for word in options if not _EXPORTS.match(word)))
+    for preset in ("native", "release"):
+        for source, options in tree.compile_options(preset).items():
+            if source.suffix == ".cpp" and (tree.ROOT / source).exists():
+                compiled[source] = (preset, *(word for word in options
+                                              if not _NO_MATTER.match(word)))
+    return dict(sorted(compiled.items()))
+
+
+def groups(unread: dict[Path, tuple[str, ...]]) -> list[Group]:
+    """What takes longest first."""
     alike: dict[tuple, list[Path]] = {}
-    for source in sorted(compiled):
-        if source.suffix == ".cpp" and (tree.ROOT / source).exists():
-            alike.setdefault((source.parts[0], compiled[source]), []).append(source)
-    return [group for (_, options), sources in alike.items()
-            for group in _split(sources, options)]
+    for source, options in unread.items():
+        # A source that defines identifiers changes what the headers behind it mean.
+        alone = source if "initguid.h" in (tree.ROOT / source).read_text() else None
+        alike.setdefault((_is_analysed(source), alone, options), []).append(source)
+    found = [Group(chunk, options) for (_, _, options), together in alike.items()
+             for chunk in _chunks(together)]
+    return sorted(found, key=lambda group: (not _is_analysed(group.sources[0]), -len(group.sources)))
 
 
 def _is_analysed(source: Path) -> bool:
     return source.parts[0] not in ("installation", "tests")
 
 
-def _split(sources: list[Path], options: tuple[str, ...]) -> list[Group]:
-    # A source that defines identifiers changes what the headers behind it mean.
-    alone = [source for source in sources if "initguid.h" in (tree.ROOT / source).read_text()]
-    joined = [source for source in sources if source not in alone]
-    size = ANALYSED_GROUP_SIZE if _is_analysed(sources[0]) else GROUP_SIZE
-    chunks = [joined[at:at + size] for at in range(0, len(joined), size)]
-    return [Group(f"{chunk[0].with_suffix('')}..{chunk[-1].stem}", tuple(chunk), options)
-            for chunk in [*chunks, *([source] for source in alone)]]
+def _chunks(together: list[Path]) -> list[tuple[Path, ...]]:
+    """Parts of about one size, none above the limit."""
+    limit = ANALYSED_GROUP_SIZE if _is_analysed(together[0]) else GROUP_SIZE
+    count = -(-len(together) // limit)
+    edges = [len(together) * at // count for at in range(count + 1)]
+    return [tuple(together[start:end]) for start, end in zip(edges, edges[1:])]
 
 
-def findings(group: Group) -> str:
-    """clang-tidy's findings, empty when there are none."""
-    kept = CACHE / (_key(group) + ".json")
-    if not kept.exists():
-        text = _check(group)
-        CACHE.mkdir(parents=True, exist_ok=True)
-        kept.write_text(json.dumps({"group": group.name, "findings": text}))
-    return json.loads(kept.read_text())["findings"]
+def kept(source: Path, options: tuple[str, ...]) -> str | None:
+    """What was found in the source as it stands; None when it has not been read."""
+    file = _file(source, options)
+    return json.loads(file.read_text())["findings"] if file.exists() else None
 
 
-def _key(group: Group) -> str:
+def read(group: Group) -> None:
+    """Reads the group's sources, and keeps what is found in each."""
+    found = _findings_by_source(group, _check(group))
+    for source in group.sources:
+        file = _file(source, group.options)
+        partial = file.with_suffix(".part")
+        partial.write_text(json.dumps({"source": str(source), "findings": found[source]}))
+        partial.replace(file)
+
+
+def _findings_by_source(group: Group, output: str) -> dict[Path, str]:
+    """What is found in a header belongs to every source that includes it, and what stands nowhere
+    to all of them."""
+    found = dict.fromkeys(group.sources, "")
+    owners = group.sources
+    for line in output.splitlines(keepends=True):
+        place = _LOCATION.match(line)
+        if place and not place[4].startswith("note:"):
+            owners = _owners(group, Path(place[1]))
+        for source in owners:
+            found[source] += line
+    return found
+
+
+def _owners(group: Group, place: Path) -> tuple[Path, ...]:
+    if place in group.sources:
+        return (place,)
+    absolute = (tree.ROOT / place).resolve()
+    return tuple(source for source in group.sources
+                 if absolute in tree.own_closure([source])) or group.sources
+
+
+def _file(source: Path, options: tuple[str, ...]) -> Path:
     digest = hashlib.sha256()
-    for part in (_tool_version(), (tree.ROOT / ".clang-tidy").read_text(), repr(group),
+    for part in (_tool_version(), (tree.ROOT / ".clang-tidy").read_text(), repr((source, options)),
                  Path(__file__).read_text()):
         digest.update(part.encode())
-    for path in sorted(tree.own_closure(list(group.sources))):
+    for path in sorted(tree.own_closure([source])):
         digest.update(str(path.relative_to(tree.ROOT)).encode())
         digest.update(path.read_bytes())
-    return digest.hexdigest()
+    CACHE.mkdir(parents=True, exist_ok=True)
+    return CACHE / f"{digest.hexdigest()}.json"
 
 
+@functools.cache
 def _tool_version() -> str:
     run = subprocess.run(["clang-tidy", "--version"], check=True, capture_output=True, text=True)
     return run.stdout
@@ -97,24 +136,23 @@ def _check(group: Group) -> str:
         if not others:
             half = len(clashing) // 2
             others, clashing = clashing[:half], clashing[half:]
-        return "".join(_check(Group(group.name, part, group.options))
-                       for part in (others, clashing))
+        return "".join(_check(Group(part, group.options)) for part in (others, clashing))
     code, output = _tidy(group)
     if code == 0:
         return ""
-    return output or f"clang-tidy ended with exit code {code} on {group.name}"
+    return output or f"clang-tidy ended with exit code {code}"
 
 
 def _clashing(group: Group) -> tuple[Path, ...]:
-    """The sources that do not compile behind the others; all when none can be told."""
+    """The sources that do not compile behind the others; all of them when the errors name none."""
     with _joined(group) as joined:
         run = subprocess.run(["clang++", "-fsyntax-only", "-ferror-limit=0",
                               *_compiler_options(group), str(joined)],
                              cwd=tree.ROOT, capture_output=True, text=True)
         if run.returncode == 0:
             return ()
-        told = _with_true_places(run.stderr, joined, group).splitlines()
-    broken = {match[1] for match in map(_LOCATION.match, told) if match and "error:" in match[4]}
+        errors = _with_true_places(run.stderr, joined, group).splitlines()
+    broken = {match[1] for match in map(_LOCATION.match, errors) if match and "error:" in match[4]}
     return tuple(source for source in group.sources if str(source) in broken) or group.sources
 
 
@@ -152,7 +190,7 @@ def _compiler_options(group: Group) -> list[str]:
 
 def windows_options() -> list[str]:
     """Makes clang read what the cross compiler reads. Its own search finds the platform's C
-    headers, but not the C++ ones, which GCC tells."""
+    headers, but not the C++ ones, which GCC prints."""
     run = subprocess.run(["x86_64-w64-mingw32-g++-posix", "-xc++", "-E", "-v", "/dev/null"],
                          check=True, capture_output=True, text=True)
     folders = [line.strip() for line in run.stderr.splitlines()
@@ -165,11 +203,11 @@ def windows_options() -> list[str]:
 def _with_true_places(output: str, joined: Path, group: Group) -> str:
     places = [(source, number) for source in group.sources
               for number in range(1, len(_lines(source)) + 1)]
-    told = []
+    lines = []
     for line in output.splitlines():
         place = _LOCATION.match(line)
         if place and Path(place[1]).name == joined.name:
             source, number = places[int(place[2]) - 1]
             line = f"{source}:{number}:{place[3]}: {place[4]}"
-        told.append(line + "\n")
-    return "".join(told)
+        lines.append(line + "\n")
+    return "".join(lines)

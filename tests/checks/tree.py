@@ -10,7 +10,7 @@ from pathlib import Path
 
 ROOT = Path(__file__).resolve().parents[2]
 BUILD = ROOT / "build"
-PRODUCT = ("app", "cms", "components", "config", "framework", "project", "publish")
+PRODUCT = ("app", "cms", "components", "config", "framework", "project", "publish", "support")
 
 _INCLUDE = re.compile(r'^[ \t]*#[ \t]*include[ \t]+"([^"]+)"', re.MULTILINE)
 

@@ -1,7 +1,7 @@
 #include "app/CommandLine.h"
 #include "support/Paths.h"
-#include "config/SpecificationPaths.h"
-#include "project/DocumentLocation.h"
+#include "config/SpecificationTexts.h"
+#include "project/ProjectRequest.h"
 #include "publish/PublicationRules.h"
 #include "publish/Setting.h"
 

@@ -1,6 +1,6 @@
 #include "support/Text.h"
-#include "config/ProductText.h"
-#include "config/Selection.h"
+#include "components/InstallationTexts.h"
+#include "config/SpecificationTexts.h"
 
 #include "tests/fuzz/Targets.h"
 
@@ -86,9 +86,8 @@ void FuzzVersion(Bytes input) {
         Require(std::wstring_view(lines[1]).substr(1).starts_with(path),
                 "a path stands behind the first quote");
 
-    const std::wstring name = ProductKeyName(lines[2], true);
-    const std::wstring versioned = ProductKeyName(lines[2], false);
-    Require(versioned == name + L"\\1.0" || versioned == name + L"\\1.4",
+    const std::wstring name = ProductKeyName(lines[2], L"");
+    Require(ProductKeyName(lines[2], L"1.4") == name + L"\\1.4",
             "the version is the level below the product");
 }
 

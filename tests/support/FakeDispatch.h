@@ -62,41 +62,35 @@ inline InvokeAnswer Raise(const wchar_t* description, SCODE code = 0) {
     };
 }
 
-// A component that is reached by name or by raw DISPIDs: records every lookup and every Invoke.
+// An automation object. Without a name of its own it records every lookup and every Invoke, and
+// answers as its members say. With one it is reached by name only: its calls go to the call list,
+// it answers what On and its like say, and a call that is not made the way calls by name are made
+// fails the test.
 class FakeDispatch : public IDispatch {
   public:
-    virtual ~FakeDispatch() { EXPECT_EQ(m_references, 0) << "references are still held"; }
+    FakeDispatch() = default;
+    FakeDispatch(CallList& calls, std::string name) : m_calls(&calls), m_name(std::move(name)) {}
+    virtual ~FakeDispatch() {
+        EXPECT_EQ(m_references, 0) << m_name << ": references are still held";
+    }
+    FakeDispatch(const FakeDispatch&) = delete;
+    FakeDispatch& operator=(const FakeDispatch&) = delete;
 
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override {
-        *object = iid == IID_IUnknown || iid == IID_IDispatch ? this : nullptr;
-        if (*object == nullptr)
-            return E_NOINTERFACE;
-        AddRef();
-        return S_OK;
+    // Answers one kind of call (DISPATCH_PROPERTYGET, ...) of the name from now on. A kind without
+    // an answer is refused with DISP_E_MEMBERNOTFOUND.
+    void On(const std::wstring& name, WORD kind, InvokeAnswer reply) {
+        const auto place = names.try_emplace(name, static_cast<DISPID>(names.size() + 100)).first;
+        m_answers[{place->second, kind}] = std::move(reply);
     }
-    ULONG STDMETHODCALLTYPE AddRef() override { return static_cast<ULONG>(++m_references); }
-    ULONG STDMETHODCALLTYPE Release() override {
-        EXPECT_GT(m_references, 0) << "released too often";
-        return static_cast<ULONG>(--m_references);
+    // The property reads as value, which the caller gets a copy of.
+    void Reads(const std::wstring& name, const _variant_t& value) {
+        On(name, DISPATCH_PROPERTYGET, Give(value));
     }
-    HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID iid, LPOLESTR* texts, UINT count, LCID locale,
-                                            DISPID* ids) override {
-        EXPECT_EQ(iid, IID_NULL);
-        EXPECT_EQ(count, 1u);
-        EXPECT_EQ(locale, 0x400u);
-        lookups.emplace_back(texts[0]);
-        const auto found = names.find(texts[0]);
-        *ids = found != names.end() ? found->second : DISPID_UNKNOWN;
-        return found != names.end() ? S_OK : lookupFailure;
+    void Returns(const std::wstring& name, WORD kind, HRESULT code) {
+        On(name, kind, Succeed(code));
     }
-    HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID iid, LCID locale, WORD kind,
-                                     DISPPARAMS* parameters, VARIANT* result, EXCEPINFO* info,
-                                     UINT*) override {
-        invocations.push_back(DescribeInvocation(id, iid, locale, kind, *parameters, result, info));
-        return answer(Invocation(invocations.back()), result, info);
-    }
+    // The name is not known any more.
+    void Forget(const std::wstring& name) { names.erase(name); }
 
     LONG References() const { return m_references; }
 
@@ -107,8 +101,78 @@ class FakeDispatch : public IDispatch {
     std::vector<std::wstring> lookups;
     std::vector<Invocation> invocations;
 
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override {
+        *object = iid == IID_IUnknown || iid == IID_IDispatch ? this : nullptr;
+        if (*object == nullptr)
+            return E_NOINTERFACE;
+        AddRef();
+        return S_OK;
+    }
+    ULONG STDMETHODCALLTYPE AddRef() override { return static_cast<ULONG>(++m_references); }
+    ULONG STDMETHODCALLTYPE Release() override {
+        EXPECT_GT(m_references, 0) << m_name << ": released too often";
+        return static_cast<ULONG>(--m_references);
+    }
+    HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID iid, LPOLESTR* texts, UINT count, LCID locale,
+                                            DISPID* ids) override {
+        EXPECT_EQ(iid, IID_NULL);
+        EXPECT_EQ(count, 1u);
+        EXPECT_EQ(locale, 0x400u);
+        if (m_calls != nullptr)
+            m_calls->push_back(m_name + ".find " + ToUtf8(texts[0], lstrlenW(texts[0])));
+        else
+            lookups.emplace_back(texts[0]);
+        const auto found = names.find(texts[0]);
+        *ids = found != names.end() ? found->second : DISPID_UNKNOWN;
+        return found != names.end() ? S_OK : lookupFailure;
+    }
+    HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID iid, LCID locale, WORD kind,
+                                     DISPPARAMS* parameters, VARIANT* result, EXCEPINFO* info,
+                                     UINT*) override {
+        const Invocation call =
+            DescribeInvocation(id, iid, locale, kind, *parameters, result, info);
+        if (m_calls != nullptr)
+            return InvokeKnown(call, result, info);
+        invocations.push_back(call);
+        return answer ? answer(call, result, info) : S_OK;
+    }
+
+  protected:
+    CallList* m_calls = nullptr;
+    std::string m_name;
+
   private:
+    HRESULT InvokeKnown(const Invocation& call, VARIANT* result, EXCEPINFO* info) {
+        const bool isPut =
+            call.kind == DISPATCH_PROPERTYPUT || call.kind == DISPATCH_PROPERTYPUTREF;
+        EXPECT_EQ(call.iid, IID_NULL);
+        EXPECT_EQ(call.locale, 0x400u);
+        EXPECT_EQ(call.arguments.size(), call.kind == DISPATCH_PROPERTYGET ? 0u : 1u);
+        EXPECT_EQ(call.named, std::vector<DISPID>(isPut ? 1 : 0, -3));
+        m_calls->push_back(Show(call));
+        const auto reply = m_answers.find({call.id, call.kind});
+        return reply != m_answers.end() ? reply->second(call, result, info) : DISP_E_MEMBERNOTFOUND;
+    }
+
+    std::string Show(const Invocation& call) const {
+        static const std::map<WORD, std::string> kinds = {{DISPATCH_METHOD, "call"},
+                                                          {DISPATCH_PROPERTYGET, "get"},
+                                                          {DISPATCH_PROPERTYPUT, "put"},
+                                                          {DISPATCH_PROPERTYPUTREF, "putref"}};
+        std::string text = m_name + "." + kinds.at(call.kind) + " ";
+        for (const auto& [name, known] : names)
+            if (known == call.id)
+                text += ToUtf8(name.c_str(), static_cast<int>(name.size()));
+        for (const _variant_t& argument : call.arguments)
+            text.append(" ").append(ShowArgument(static_cast<VARIANT>(argument)));
+        return text +
+               (call.asksResult && call.kind != DISPATCH_PROPERTYGET ? ", for a result" : "");
+    }
+
     LONG m_references = 0;
+    std::map<std::pair<DISPID, WORD>, InvokeAnswer> m_answers;
 };
 
 // A component that answers Contract and refuses every Invoke that is not exactly one of the
@@ -118,7 +182,7 @@ template <typename Contract>
 class FakeAutomation final : public FakeDispatch {
   public:
     explicit FakeAutomation(CallList& calls, std::string name = Contract::Name)
-        : m_calls(calls), m_name(std::move(name)) {}
+        : FakeDispatch(calls, std::move(name)) {}
 
     // Answers the operation from now on; without it, a call succeeds and gives nothing.
     template <typename Operation>
@@ -191,11 +255,9 @@ class FakeAutomation final : public FakeDispatch {
         std::string list;
         for (const _variant_t& argument : call.arguments)
             list += (list.empty() ? "" : ", ") + ShowArgument(static_cast<VARIANT>(argument));
-        m_calls.push_back(m_name + "." + entry.name + "(" + list + ")");
+        m_calls->push_back(m_name + "." + entry.name + "(" + list + ")");
     }
 
-    CallList& m_calls;
-    std::string m_name;
     std::map<DISPID, InvokeAnswer> m_answers;
 };
 

@@ -2,11 +2,6 @@
 
 #include "components/ComponentIds.h"
 
-#include <filesystem>
-#include <fstream>
-#include <iterator>
-#include <sstream>
-
 namespace zt::test {
 
 _variant_t TextArray(const wchar_t* first, const wchar_t* second) {
@@ -30,8 +25,8 @@ void InstallThisProgram(const RegistryOverride& machine) {
 
 ProjectTest::ProjectTest() {
     InstallThisProgram(registry);
-    app.m_strExchangePath = L"D:\\ex";
-    app.m_strLogFile = folder.Path(L"run.log");
+    request.exchangePath = L"D:\\ex";
+    request.projectName = L"Pump";
     AnswerForTheKernel();
     AnswerForTheProject();
     AnswerForTheAdministration();
@@ -49,7 +44,7 @@ void ProjectTest::AnswerForTheKernel() {
                                               [this](IUnknown* outer, REFIID iid, void** object) {
                                                   EXPECT_EQ(outer, nullptr);
                                                   EXPECT_EQ(iid, IID_KernelAdmin);
-                                                  Note("create the kernel admin");
+                                                  calls.push_back("create the kernel admin");
                                                   return admin.Get()->QueryInterface(iid, object);
                                               });
     Returns<KernelAdmin::PutClientName>(admin, S_OK);
@@ -92,7 +87,7 @@ void ProjectTest::AnswerForTheProject() {
 void ProjectTest::AnswerForTheAdministration() {
     administrationClass =
         std::make_unique<TestClass>(L"KV.Admin", [this](IUnknown*, REFIID iid, void** object) {
-            Note("create KV.Admin");
+            calls.push_back("create KV.Admin");
             return administration.QueryInterface(iid, object);
         });
     On<Administration::OpenConfiguration>(
@@ -124,40 +119,39 @@ void ProjectTest::AnswerForTheAdministration() {
 }
 
 void ProjectTest::AnswerForTheServices() {
-    services.loadConfiguration = [this](CZTInvisible&, const wchar_t* file) {
-        Note("load the configuration " + std::string(ToUtf8(file, -1).c_str()));
+    services.loadConfiguration = [this](const wchar_t* file) {
+        calls.push_back("load the configuration " + std::string(ToUtf8(file, -1).c_str()));
         return S_OK;
     };
-    services.loadSpecification = [this](CZTInvisible&, const wchar_t* name,
-                                        const wchar_t* version) {
-        Note("load the specification " + std::string(ToUtf8(name, -1).c_str()) + ", " +
-             (version != nullptr ? ToUtf8(version, -1).c_str() : "null"));
+    services.loadSpecification = [this](const wchar_t* name, const wchar_t* version) {
+        calls.push_back("load the specification " + std::string(ToUtf8(name, -1).c_str()) + ", " +
+                        (version != nullptr ? ToUtf8(version, -1).c_str() : "null"));
         return true;
     };
-    services.updateProjectDocument = [this](CZTInvisible&) {
-        Note("update the document");
+    services.updateProjectDocument = [this] {
+        calls.push_back("update the document");
         return true;
     };
-    services.publishProject = [this](CZTInvisible&, const wchar_t* name) {
-        Note("publish " + std::string(ToUtf8(name, -1).c_str()));
+    services.publishProject = [this](const wchar_t* name) {
+        calls.push_back("publish " + std::string(ToUtf8(name, -1).c_str()));
         return S_OK;
     };
-}
-
-void ProjectTest::NoteLog(std::size_t callsAfter) {
-    std::ifstream file(std::filesystem::path(app.m_strLogFile), std::ios::binary);
-    const std::string all{std::istreambuf_iterator<char>(file), {}};
-    std::istringstream added(all.substr(std::min(m_notedLog, all.size())));
-    m_notedLog = all.size();
-    CallList lines;
-    for (std::string line; std::getline(added, line, '\n');)
-        lines.push_back("log: " + line.substr(0, line.find('\r')));
-    calls.insert(calls.end() - static_cast<std::ptrdiff_t>(callsAfter), lines.begin(), lines.end());
 }
 
 std::wstring ProjectTest::Run() {
     try {
-        RunPipeline(app, request, services);
+        RunPipeline(request,
+                    {.log = log,
+                     .statusSite = statusSite,
+                     .kernel = openKernel,
+                     .project = openProject,
+                     .configuration = openConfiguration,
+                     .importedProjectId = importedProjectId,
+                     .documentFolder = documentFolder,
+                     .language = language,
+                     .documentHandler = documentHandler,
+                     .specificationClass = specificationClass},
+                    services);
     } catch (const wchar_t* failure) {
         return failure;
     } catch (const CString& failure) {
@@ -171,24 +165,8 @@ std::wstring ProjectTest::Run() {
     return L"";
 }
 
-const CallList& ProjectTest::Trace() {
-    NoteLog(0);
-    return calls;
-}
-
-std::vector<std::string> ProjectTest::LogLines() {
-    std::vector<std::string> lines;
-    for (const std::string& entry : Trace())
-        if (entry.rfind("log: ", 0) == 0)
-            lines.push_back(entry.substr(5));
-    return lines;
-}
-
-int ProjectTest::Count(const std::string& call) {
-    int count = 0;
-    for (const std::string& entry : Trace())
-        count += entry.rfind(call, 0) == 0 ? 1 : 0;
-    return count;
+int ProjectTest::Count(const std::string& call) const {
+    return static_cast<int>(CallsOf(calls, call).size());
 }
 
 } // namespace zt::test

@@ -2,16 +2,17 @@
 // every call succeeds on the project "Pump" of the exchange folder D:\ex.
 #pragma once
 
-#include "app/ZTInvisible.h"
 #include "project/Pipeline.h"
 #include "project/StatusDispSite.h"
 #include "tests/support/FakeDispatch.h"
 #include "tests/support/FakeKernel.h"
 #include "tests/support/Isolation.h"
+#include "tests/support/RecordingLog.h"
 #include "tests/support/TestClasses.h"
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -56,29 +57,39 @@ void InstallThisProgram(const RegistryOverride& machine);
 // A two-dimensional array of texts with the elements {0, 0} and {0, 1}.
 _variant_t TextArray(const wchar_t* first, const wchar_t* second);
 
+// The pipeline's services, each answered by the test.
+class FakeServices final : public PipelineServices {
+  public:
+    virtual ~FakeServices() = default;
+
+    HRESULT LoadConfiguration(const wchar_t* path) override { return loadConfiguration(path); }
+    bool LoadSpecification(const wchar_t* name, const wchar_t* version) override {
+        return loadSpecification(name, version);
+    }
+    bool UpdateProjectDocument() override { return updateProjectDocument(); }
+    HRESULT PublishProject(const wchar_t* name) override { return publishProject(name); }
+
+    std::function<HRESULT(const wchar_t* path)> loadConfiguration;
+    std::function<bool(const wchar_t* name, const wchar_t* version)> loadSpecification;
+    std::function<bool()> updateProjectDocument;
+    std::function<HRESULT(const wchar_t* name)> publishProject;
+};
+
 class ProjectTest : public testing::Test {
   protected:
     ProjectTest();
     ~ProjectTest() override;
 
     // Runs the whole pipeline and returns the message of the failure that it raised, which is empty
-    // when it raised none; afterwards, Trace tells what happened.
+    // when it raised none.
     std::wstring Run();
 
-    // All calls in their order and, between them, the lines of the log, as 'log: text'.
-    const CallList& Trace();
-    // The lines of the log alone.
-    std::vector<std::string> LogLines();
     // How many of the calls begin with that text.
-    int Count(const std::string& call);
+    int Count(const std::string& call) const;
 
-    // The operation's answer; what the log holds at the time of the call is noted before the call.
     template <typename Operation, typename Contract, typename Answer>
     void On(FakeObject<Contract>& object, Answer answer) {
-        object.template On<Operation>([this, answer](auto... arguments) {
-            NoteLog(1);
-            return answer(arguments...);
-        });
+        object.template On<Operation>(answer);
     }
     template <typename Operation, typename Contract>
     void Returns(FakeObject<Contract>& object, HRESULT result) {
@@ -93,21 +104,13 @@ class ProjectTest : public testing::Test {
     }
     template <typename Operation, typename Contract>
     void On(FakeAutomation<Contract>& object, InvokeAnswer answer) {
-        object.template On<Operation>(
-            [this, answer](const Invocation& call, VARIANT* result, EXCEPINFO* info) {
-                NoteLog(1);
-                return answer(call, result, info);
-            });
-    }
-    // Notes a call on something that is no stand-in of a contract.
-    void Note(const std::string& call) {
-        NoteLog(0);
-        calls.push_back(call);
+        object.template On<Operation>(answer);
     }
 
-    TemporaryFolder folder;
     RegistryOverride registry{HKEY_LOCAL_MACHINE};
+    // All calls in their order and, between them, the lines of the log.
     CallList calls;
+    RecordingLog log{calls};
 
     FakeSiteHolder siteHolder{calls};
     FakeObject<KernelAdmin> admin{calls};
@@ -124,21 +127,25 @@ class ProjectTest : public testing::Test {
     std::unique_ptr<TestClass> kernelClass;
     std::unique_ptr<TestClass> administrationClass;
 
-    MetadataMap wanted;
-    ProjectRequest request{L"Pump", L"", L"", L"", wanted, L""};
-    PipelineServices services;
-    // Last: it goes first, and with it the references that the run left.
-    CZTInvisible app;
+    ProjectRequest request;
+    MetadataMap& wanted = request.metadata;
+    FakeServices services;
+    // What the run leaves. Last: it goes first, and with it the references.
+    ComPtr<CStatusDispSite> statusSite;
+    ComPtr<KernelAdmin> openKernel;
+    ComPtr<KernelProject> openProject;
+    AutomationObject<Configuration> openConfiguration;
+    _bstr_t importedProjectId;
+    std::wstring documentFolder;
+    _bstr_t language;
+    _bstr_t documentHandler;
+    SpecificationClass specificationClass = SpecificationClass::Ipc;
 
   private:
     void AnswerForTheKernel();
     void AnswerForTheProject();
     void AnswerForTheAdministration();
     void AnswerForTheServices();
-    // Puts the log's new lines before the last calls of the list.
-    void NoteLog(std::size_t callsAfter);
-
-    std::size_t m_notedLog = 0;
 };
 
 } // namespace zt::test

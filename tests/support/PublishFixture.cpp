@@ -3,9 +3,6 @@
 #include "framework/Exceptions.h"
 #include "framework/String.h"
 #include "framework/Wnd.h"
-#include "support/Output.h"
-
-#include <cstdarg>
 
 namespace zt::test {
 
@@ -34,17 +31,6 @@ void LeaveErrorDescription(const wchar_t* text) {
     ComPtr<IErrorInfo> info;
     ASSERT_EQ(creator.As(&info), S_OK);
     SetErrorInfo(0, info.Get());
-}
-
-void RecordedLog::Log(const wchar_t* format, ...) {
-    std::va_list arguments;
-    va_start(arguments, format);
-    text += FormatTextV(format, arguments);
-    va_end(arguments);
-}
-
-void RecordedLog::LogError(const wchar_t* message) {
-    ADD_FAILURE() << "a publication raises its failures, but reported: " << message;
 }
 
 PublishTest::PublishTest()

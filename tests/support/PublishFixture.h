@@ -8,6 +8,7 @@
 #include "tests/support/FakeDispatch.h"
 #include "tests/support/FakeKernel.h"
 #include "tests/support/Isolation.h"
+#include "tests/support/RecordingLog.h"
 #include "tests/support/TestClasses.h"
 #include "tests/support/TestControl.h"
 
@@ -81,15 +82,6 @@ class FakeClientSite final : public FakeFace<IOleClientSite> {
     HRESULT STDMETHODCALLTYPE RequestNewObjectLayout() override { return E_NOTIMPL; }
 };
 
-// What was logged, in one text.
-class RecordedLog final : public RunLog {
-  public:
-    void Log(const wchar_t* format, ...) override;
-    void LogError(const wchar_t* message) override;
-
-    std::wstring text;
-};
-
 // Sets the thread's error information.
 void LeaveErrorDescription(const wchar_t* text);
 
@@ -138,7 +130,8 @@ class PublishTest : public testing::Test {
     std::unique_ptr<TestClass> viewerClass;
 
     FakeClientSite site;
-    RecordedLog log;
+    CallList logged;
+    RecordingLog log{logged};
     Publication publication;
 
   private:

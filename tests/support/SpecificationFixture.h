@@ -1,11 +1,12 @@
-// What the tests of specification loading share: a data folder, a kernel and an application object.
+// What the tests of specification loading share: a data folder, a kernel and a log.
 #pragma once
 
-#include "app/ZTInvisible.h"
-#include "config/LoadSpecification.h"
+#include "config/Axes.h"
+#include "config/Specification.h"
 #include "tests/support/FakeKernel.h"
 #include "tests/support/Fixtures.h"
 #include "tests/support/Isolation.h"
+#include "tests/support/RecordingLog.h"
 
 #include <gmock/gmock.h>
 
@@ -31,8 +32,6 @@ class SpecificationTest : public testing::Test {
             *folder = SysAllocString(m_folder.c_str());
             return S_OK;
         });
-        m_app.m_pKernelAdmin = m_kernel.Get();
-        m_app.m_bNotify = true;
     }
 
     std::wstring SpecPath() const { return m_data.Path(L"Morvenit\\KVProductFamily\\IPCCFG\\S"); }
@@ -42,8 +41,18 @@ class SpecificationTest : public testing::Test {
         WriteFile(m_data.Path(L"Morvenit\\KVProductFamily\\Axes\\axes.xml"), bytes);
     }
 
-    bool Load(const wchar_t* requiredVersion = nullptr) {
-        return LoadSpecification(m_app, L"S", requiredVersion);
+    bool Load(const wchar_t* requiredVersion = nullptr, const wchar_t* name = L"S") {
+        return ReadSpecification({.kernel = m_kernel.Get(),
+                                  .log = m_log,
+                                  .language = m_language,
+                                  .specificationClass = m_class,
+                                  .documentHandler = m_documentHandler,
+                                  .sequenceNumberHandler = m_sequenceNumberHandler,
+                                  .notificationHandler = m_notificationHandler,
+                                  .exportHandler = m_exportHandler,
+                                  .axesModelPath = m_axesModelPath,
+                                  .axesPosition = m_axesPosition},
+                                 name, requiredVersion);
     }
 
     // The calls, without the questions for the specification folder.
@@ -74,12 +83,16 @@ class SpecificationTest : public testing::Test {
     RegistryOverride m_machine{HKEY_LOCAL_MACHINE};
     FakeObject<KernelAdmin> m_kernel{m_calls};
     std::wstring m_folder; // what the kernel keeps
-    CZTInvisible m_app{
-        RunServices{{}, [this](CZTInvisible&, const wchar_t* action, const wchar_t* text) {
-                        EXPECT_STREQ(action, L"MESSAGE");
-                        m_calls.push_back("LogError(\"" + ToUtf8(text, lstrlenW(text)) + "\")");
-                        return 0;
-                    }}};
+    RecordingLog m_log{m_calls};
+    // What the loading leaves.
+    _bstr_t m_language;
+    SpecificationClass m_class = SpecificationClass::Ipc;
+    _bstr_t m_documentHandler;
+    ComPtr<IUnknown> m_sequenceNumberHandler;
+    ComPtr<IUnknown> m_notificationHandler;
+    ComPtr<ExportHandler> m_exportHandler;
+    _bstr_t m_axesModelPath;
+    std::uint32_t m_axesPosition = DefaultAxesPosition;
 
   private:
     std::string Shorten(std::string call) const {

@@ -2,12 +2,11 @@
 // that was changed and not saved.
 #pragma once
 
-#include "app/ZTInvisible.h"
 #include "support/ComPtr.h"
 #include "project/UpdateProjectDocument.h"
-#include "tests/support/FakeAutomation.h"
+#include "tests/support/FakeDispatch.h"
 #include "tests/support/FakeKernel.h"
-#include "tests/support/Isolation.h"
+#include "tests/support/RecordingLog.h"
 #include "tests/support/TestClasses.h"
 #include "tests/support/TestControl.h"
 
@@ -15,8 +14,6 @@
 
 #include <comdef.h>
 
-#include <fstream>
-#include <iterator>
 #include <optional>
 #include <string>
 
@@ -27,10 +24,6 @@ class DocumentUpdate : public testing::Test {
     DocumentUpdate() {
         AfxEnableControlContainer();
         ControlRecord::Reset();
-        m_app.m_strLogFile = m_folder.Path(L"run.log");
-        m_app.m_pKernelProject = m_project.Get();
-        m_app.m_pKernelAdmin = m_admin.Get();
-        m_app.m_bstrDocumentHandler = L"handler.xsl";
         m_project.On<KernelProject::GetDocumentName>([this](BSTR* name) {
             *name = SysAllocString(m_documentName.c_str());
             return S_OK;
@@ -59,18 +52,15 @@ class DocumentUpdate : public testing::Test {
                                          return factory->CreateInstance(outer, iid, object);
                                      });
         try {
-            return UpdateProjectDocument(m_app);
+            return UpdateDocument(m_admin.Get(), m_project.Get(), m_documentHandler, m_newRevision,
+                                  m_log);
         } catch (const wchar_t* text) {
             m_failure = text;
             return false;
         }
     }
 
-    // The log's bytes.
-    std::string Log() const {
-        std::ifstream stream(std::filesystem::path(m_app.m_strLogFile), std::ios::binary);
-        return {std::istreambuf_iterator<char>(stream), {}};
-    }
+    std::vector<std::string> LogLines() const { return CallsOf(m_logged, "log: "); }
 
     // The calls on the project and on the editor's objects, without those of hosting.
     CallList Calls() const {
@@ -84,15 +74,17 @@ class DocumentUpdate : public testing::Test {
     int m_windowsBefore = CountWindows();
     CallList& m_calls = ControlRecord::Get().calls;
     std::wstring m_documentName = L"Manual.xml";
-    TemporaryFolder m_folder;
+    _bstr_t m_documentHandler = L"handler.xsl";
+    bool m_newRevision = false;
+    CallList m_logged;
+    RecordingLog m_log{m_logged};
     FakeObject<KernelProject> m_project{m_calls, "project"};
     FakeObject<KernelAdmin> m_admin{m_calls, "admin"};
-    FakeAutomation m_host{m_calls, "host"};
-    FakeAutomation m_document{m_calls, "document"};
-    FakeAutomation m_editor{m_calls, "editor"};
-    FakeAutomation m_control{m_calls, "control"};
+    FakeDispatch m_host{m_calls, "host"};
+    FakeDispatch m_document{m_calls, "document"};
+    FakeDispatch m_editor{m_calls, "editor"};
+    FakeDispatch m_control{m_calls, "control"};
     ControlTraits m_traits;
-    CZTInvisible m_app;
     std::optional<std::wstring> m_failure;
 };
 

@@ -1,11 +1,11 @@
-"""Runs that end in the middle: by an exception of no kind that the program knows, or with a
+"""Runs that end in the middle: by an exception of an unknown type, or with a
 component that ends their process."""
 
 from __future__ import annotations
 
 import pytest
 
-from harness.client import ContentManager
+from harness.cms import Peer
 from harness.job import PROCESSING, SPECIFICATION
 
 ACTIONS = ("-META", "Title", "x")
@@ -20,14 +20,14 @@ def check_ended_in_the_middle(job, *steps: bytes) -> None:
     assert job.untouched
 
 
-def test_exception_of_no_known_kind_ends_the_process_at_once_without_a_word(job):
+def test_exception_of_an_unknown_type_ends_the_process_at_once_without_a_report(job):
     job(*ACTIONS, faults=UNKNOWN, exit_code=3)
     check_ended_in_the_middle(job, PROCESSING)
     assert job.run.trace[-1] == "fault Archive#1 Projects"
 
 
-def test_exception_of_no_known_kind_is_not_reported_to_the_client(job):
-    with ContentManager() as client:
+def test_exception_of_an_unknown_type_is_not_reported_to_the_client(job):
+    with Peer() as client:
         settings = job.sandbox.path("exchange", "cms.ini")
         settings.write_text(client.settings())
         job("-S", *ACTIONS, faults=UNKNOWN, exit_code=3)

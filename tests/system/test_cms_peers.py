@@ -9,16 +9,12 @@ import pytest
 
 from harness import cms
 from harness.cms import OK, Peer, framed
-from harness.link import (CONNECT_ERROR, FAILED, HEAD, INVALID_FRAME, INVALID_RESPONSE,
-                          RECEIVE_ERROR, REPORTED, TIMEOUT)
+from harness.link import (CONNECT_ERROR, FAILED, HEAD, INVALID_FRAME, RECEIVE_ERROR, REPORTED,
+                          TIMEOUT)
 
 TIMEOUT_SECONDS = 1
 # What the program itself takes, on a machine that has other things to do as well.
 SLACK = 12
-
-
-def answer_of(size: int, length: bytes) -> bytes:
-    return length + b"x" * (size - len(length) - 1) + b"\0"
 
 
 MISBEHAVING = {
@@ -26,18 +22,6 @@ MISBEHAVING = {
     "answers too late": ((cms.late(TIMEOUT_SECONDS + 1, OK),), TIMEOUT),
     "closes at once": ((cms.close,), INVALID_FRAME),
     "one byte a second": ((cms.in_pieces(OK, 1),), INVALID_FRAME),
-    "length one too small": ((cms.send(b"\x00\x1A" + OK[2:]),), INVALID_FRAME),
-    "length one too large": ((cms.send(b"\x00\x1C" + OK[2:]),), INVALID_FRAME),
-    "no closing zero": ((cms.send(OK[:-1] + b"x"),), INVALID_FRAME),
-    "3 bytes": ((cms.send(b"\x00\x03\x00"),), INVALID_FRAME),
-    "1 byte": ((cms.send(b"\x00"),), INVALID_FRAME),
-    "65536 bytes": ((cms.send(answer_of(65536, b"\xFF\xFF")),), INVALID_FRAME),
-    "65537 bytes": ((cms.send(answer_of(65537, b"\x00\x01")),), INVALID_FRAME),
-    "sequence cut in two": ((cms.send(framed(b"TOOL_RESPONSE_MESSAGE|ERROR|A\xE2\x82")),),
-                            REPORTED + b"A?"),
-    "embedded zero": ((cms.send(framed(b"TOOL_RESPONSE_MESSAGE|ERROR|A\0B|C")),), REPORTED + b"A"),
-    "zero first": ((cms.send(framed(b"\0TOOL_RESPONSE_MESSAGE|OK")),), INVALID_RESPONSE),
-    "two answers in one": ((cms.send(OK + OK),), INVALID_FRAME),
     "garbage": ((cms.send(b"\xDE\xAD\xBE\xEF garbage"),), INVALID_FRAME),
     "flood": ((cms.flood,), INVALID_FRAME),
 }
@@ -66,7 +50,7 @@ def test_successful_run_is_the_same_with_a_peer_that(link, name):
 
 
 @pytest.mark.parametrize("name", ["never answers", "flood", "closes at once"])
-def test_failing_run_tells_all_three_messages_whatever_the_peer_does(link, name):
+def test_failing_run_sends_all_three_messages_whatever_the_peer_does(link, name):
     answers, expected = MISBEHAVING[name]
     with Peer(*answers) as peer:
         expect_the_run_as_without_client(link, link.failure, peer, expected, messages=3)
@@ -78,7 +62,7 @@ def test_run_is_the_same_when_the_peer_resets_in_mid_answer(link):
     with Peer(cms.reset_after(OK[:5])) as peer:
         link.port(peer.port, TIMEOUT_SECONDS)
         run = link.success()
-    # Whether the first bytes or the reset are seen first is the platform's affair.
+    # Whether the first bytes or the reset are seen first depends on the platform.
     one = (INVALID_FRAME, RECEIVE_ERROR + b"Error receiving data. Error code: 10054")
     assert run.stdout in [first + second for first in one for second in one]
     assert sorted(link.traces()) == ["job_DONE", "run.log"]

@@ -115,77 +115,7 @@ def test_missing_document_is_generated_by_the_specifications_handler(update):
                 'KernelProject#1 GetDocumentName [36] ()']
 
 
-@pytest.mark.parametrize("faults", [
-    "KernelProject.GenerateDocument 1 result E_FAIL",
-    "KernelProject.GenerateDocument 1 error E_FAIL no template",
-    "KernelProject.GenerateDocument 1 null",
-    "KernelProject.GetDocumentName 2 empty",
-    "KernelProject.GetDocumentName 2 null",
-])
-def test_run_goes_on_without_the_editor_when_no_document_can_be_generated(update, faults):
-    update.make(None)
-    update(faults=faults)
-    assert update.log_of_update.startswith(b"Failed to generate document\r\n" + SAVED)
-    assert not any("Editor" in line for line in update.run.trace)
-    assert update.succeeded
-
-
-def test_specification_without_a_document_handler_generates_nothing(update):
-    update.make(None, {"name": "Catalog", "version": "2"})
-    update(title="")
-    assert update.log_of_update.startswith(b"Failed to generate document\r\nSUCCESS: ")
-    assert update.archive.read_bytes() == update.before
-
-
-def test_name_and_not_result_decides_whether_a_document_was_generated(update):
-    update.make(None)
-    update(title="", faults="KernelProject.GenerateDocument 1 then E_FAIL")
-    assert b"Document 'Pump.xml' was generated in the project\r\n" in update.log_of_update
-    assert update.succeeded
-
-
 # ---- the calls ----
-
-def test_editor_is_asked_in_this_order(update):
-    update("-NR")
-    assert [line for line in update.calls("EditorControl", "Editor", "EditorDocument",
-                                          "EditorHost")] == [
-        "EditorControl#1 GetMiscStatus [22] (1) -> S_OK, 131457",
-        "EditorControl#1 SetClientSite [3] (object) -> S_OK",
-        "EditorControl#1 InitNew [8] () -> S_OK",
-        "EditorControl#1 SetExtent [17] (1, object) -> S_OK",
-        "EditorControl#1 DoVerb [11] (-5, null, object, 0, window, (0,0)-(16,16)) -> S_OK",
-        "EditorControl#1 GetWindow [3] () -> S_OK",
-        'EditorControl#1 GetIDsOfNames ("Kernel") -> S_OK, 1',
-        "EditorControl#1 PutRefKernel [putref 1] (object) -> S_OK",
-        'EditorControl#1 GetIDsOfNames ("cmdHasDocument") -> S_OK, 2',
-        "EditorControl#1 GetCmdHasDocument [get 2] () -> S_OK, VT_BOOL true",
-        'EditorControl#1 GetIDsOfNames ("cmdSave") -> S_OK, 3',
-        "EditorControl#1 GetCmdSave [get 3] () -> S_OK, VT_BOOL true",
-        'EditorControl#1 GetIDsOfNames ("XMED") -> S_OK, 4',
-        "EditorControl#1 GetXMED [get 4] () -> S_OK, VT_DISPATCH Editor#1",
-        'Editor#1 GetIDsOfNames ("Document") -> S_OK, 1',
-        "Editor#1 GetDocument [get 1] () -> S_OK, VT_DISPATCH EditorDocument#1",
-        'EditorDocument#1 GetIDsOfNames ("Host") -> S_OK, 1',
-        "EditorDocument#1 GetHost [get 1] () -> S_OK, VT_DISPATCH EditorHost#1",
-        'EditorHost#1 GetIDsOfNames ("Run") -> S_OK, 1',
-        'EditorHost#1 Run [method 1] ("cmd_removeChangeMarks") -> S_OK',
-        'EditorHost#1 GetIDsOfNames ("Run") -> S_OK, 1',
-        'EditorHost#1 Run [method 1] ("OnSaveToCMS") -> S_OK',
-        'EditorControl#1 GetIDsOfNames ("cmdSave") -> S_OK, 3',
-        "EditorControl#1 PutCmdSave [put 3] (true) -> S_OK",
-        "EditorControl#1 InPlaceDeactivate [5] () -> S_OK",
-        "EditorControl#1 Close [6] (1) -> S_OK",
-        "EditorControl#1 SetClientSite [3] (null) -> S_OK",
-    ]
-
-
-def test_update_comes_before_the_new_revision_and_the_save(update):
-    update("-NR")
-    order = [part for line in update.run.trace
-             for part in ("SetValue", "PutCmdSave", "StartNewRevision", "SetSaveMode", "AddProject")
-             if f" {part} " in line]
-    assert order == ["SetValue", "PutCmdSave", "StartNewRevision", "SetSaveMode", "AddProject"]
 
 
 def test_editor_is_hosted_in_an_invisible_window_of_sixteen_pixels(update):
@@ -228,7 +158,7 @@ def test_control_that_refuses_what_is_not_needed_is_used_all_the_same(update, fa
     update.check_control_is_gone()
 
 
-def test_control_that_hands_over_nothing_to_be_run_is_used_all_the_same(update):
+def test_control_that_gives_nothing_to_be_run_is_used_all_the_same(update):
     # Asked for before: itself, its place as an object, its state in a stream.
     update(faults="EditorControl.QueryInterface 4 null")
     assert update.log_of_update.startswith(UPDATING + UPDATED)
@@ -242,27 +172,6 @@ def test_control_that_does_not_activate_is_used_all_the_same(update):
     assert update.document.get("saves") == "1"
 
 
-# ---- "Kernel" ----
-
-def test_kernel_is_put_plainly_where_it_is_refused_by_reference(update):
-    update(faults="EditorControl.PutRefKernel 1 result DISP_E_MEMBERNOTFOUND")
-    kernel = [line for line in update.calls("EditorControl") if "Kernel [" in line]
-    assert kernel == [
-        "EditorControl#1 PutRefKernel [putref 1] (object) -> DISP_E_MEMBERNOTFOUND",
-        "EditorControl#1 PutKernel [put 1] (object) -> S_OK"]
-    assert update.log_of_update.startswith(UPDATING + UPDATED)
-
-
-@pytest.mark.parametrize("faults", [
-    f"EditorControl.GetIDsOfNames {KERNEL} result DISP_E_UNKNOWNNAME",
-    "EditorControl.PutRefKernel 1 result E_FAIL\nEditorControl.PutKernel 1 result E_FAIL",
-    "EditorControl.PutRefKernel 1 raise E_FAIL no\nEditorControl.PutKernel 1 raise E_FAIL no",
-])
-def test_control_that_takes_no_kernel_fails_the_run(update, faults):
-    update(faults=faults)
-    update.check_failed_with(NOT_INITIALISED)
-
-
 # ---- "cmdHasDocument" ----
 
 @pytest.mark.parametrize("document", [
@@ -272,74 +181,6 @@ def test_document_that_is_not_well_formed_fails_the_run(update, document):
     update.make(document or "\n")
     update()
     update.check_failed_with(NOT_LOADED)
-
-
-@pytest.mark.parametrize("value", ["false", "i4", "bstr", "empty", "null", "no-object", "array-i4",
-                                   "error"])
-def test_answer_other_than_true_means_that_no_document_was_loaded(update, value):
-    update(faults=f"EditorControl.GetCmdHasDocument 1 variant {value}")
-    update.check_failed_with(NOT_LOADED)
-
-
-@pytest.mark.parametrize("fault", [
-    f"GetIDsOfNames {HAS_DOCUMENT} result DISP_E_UNKNOWNNAME",
-    "GetCmdHasDocument 1 result E_FAIL",
-    "GetCmdHasDocument 1 raise E_FAIL cannot tell",
-])
-def test_control_that_cannot_tell_whether_it_has_a_document_is_believed(update, fault):
-    update(faults=f"EditorControl.{fault}")
-    assert update.log_of_update.startswith(UPDATING + UPDATED)
-    assert update.succeeded
-
-
-# ---- "cmdSave", read ----
-
-@pytest.mark.parametrize("fault", [
-    f"GetIDsOfNames {UNSAVED} result DISP_E_UNKNOWNNAME",
-    "GetCmdSave 1 result E_FAIL",
-    "GetCmdSave 1 raise E_FAIL cannot tell",
-    "GetCmdSave 1 variant false",
-    "GetCmdSave 1 variant i4",
-    "GetCmdSave 1 variant bstr",
-    "GetCmdSave 1 variant empty",
-    "GetCmdSave 1 variant array-bstr-2",
-])
-def test_control_that_tells_of_no_unsaved_changes_saves_nothing(update, fault):
-    update(faults=f"EditorControl.{fault}")
-    assert update.log_of_update.startswith(UPDATING + UP_TO_DATE)
-    assert update.commands == []
-    assert update.document.get("title") == "Feed pump"
-    assert update.succeeded
-
-
-# ---- the way to the host ----
-
-@pytest.mark.parametrize("object, operation", [
-    ("EditorControl", "GetXMED"), ("Editor", "GetDocument"), ("EditorDocument", "GetHost")])
-@pytest.mark.parametrize("fault", ["null", "result E_FAIL", "raise E_FAIL no", "variant i4",
-                                   "variant empty", "variant no-object", "unknown"])
-def test_document_is_saved_without_commands_where_the_host_is_not_reached(update, object,
-                                                                          operation, fault):
-    lookup = XMED if object == "EditorControl" else 1
-    update("-NR", faults=f"{object}.GetIDsOfNames {lookup} result DISP_E_UNKNOWNNAME"
-           if fault == "unknown" else f"{object}.{operation} 1 {fault}")
-    assert update.log_of_update.startswith(UPDATING + UPDATED)
-    assert update.commands == []
-    assert update.document.get("title") == "Boiler pump"
-    assert update.document.get("saves") is None
-    assert change_marks(update.document) == 6
-
-
-@pytest.mark.parametrize("fault", [
-    "Run * result E_FAIL",
-    "Run * raise E_FAIL no",
-    "GetIDsOfNames * result DISP_E_UNKNOWNNAME",
-])
-def test_what_the_commands_answer_is_not_looked_at(update, fault):
-    update("-NR", faults=f"EditorHost.{fault}")
-    assert update.log_of_update.startswith(UPDATING + UPDATED)
-    assert len([line for line in update.calls("EditorHost") if "GetIDsOfNames" in line]) == 2
-    assert update.document.get("title") == "Boiler pump"
 
 
 # ---- "cmdSave", put ----

@@ -4,7 +4,7 @@ from __future__ import annotations
 
 import pytest
 
-from harness.registry import REG_BINARY, REG_DWORD, REG_EXPAND_SZ, REG_MULTI_SZ, REG_SZ, Value, text
+from harness.registry import text
 
 KEY = r"Software\Morvenit\CMSTC"
 NO_FOLDER = b"Can't create exchange folder\r\n"
@@ -91,46 +91,6 @@ def test_no_folder_at_all_fails(sandbox):
     assert run.stdout == NO_FOLDER
     assert sandbox.read("run.log") == b"ERROR: Can't create exchange folder"
     assert sandbox.names("work") == []
-
-
-@pytest.mark.parametrize("type", [REG_EXPAND_SZ, REG_BINARY, REG_DWORD, REG_MULTI_SZ, 0],
-                         ids=["expand", "binary", "dword", "multi", "none"])
-def test_registry_value_of_another_type_is_no_folder(sandbox, type):
-    data = (sandbox.windows("exchange") + "\0").encode("utf-16-le")
-    sandbox.set_registry(Value(KEY, "ExchangePath", type, data))
-    assert sandbox.run("-IN", "P.zip").stdout == NO_FOLDER
-
-
-def test_registry_value_without_its_terminator_is_read_whole(sandbox):
-    data = sandbox.windows("exchange").encode("utf-16-le")
-    sandbox.set_registry(Value(KEY, "ExchangePath", REG_SZ, data))
-    assert sandbox.run("-IN", "P.zip", "-M", "job").stdout == b""
-    assert sandbox.names("exchange") == ["job_DONE"]
-
-
-def test_registry_value_ends_at_its_first_terminator(sandbox):
-    data = (sandbox.windows("exchange") + "\0 and more\0").encode("utf-16-le")
-    sandbox.set_registry(Value(KEY, "ExchangePath", REG_SZ, data))
-    sandbox.run("-IN", "P.zip", "-M", "job")
-    assert sandbox.names("exchange") == ["job_DONE"]
-
-
-def test_odd_last_byte_of_the_registry_value_does_no_harm(sandbox):
-    data = (sandbox.windows("exchange") + "\0").encode("utf-16-le") + b"x"
-    sandbox.set_registry(Value(KEY, "ExchangePath", REG_SZ, data))
-    sandbox.run("-IN", "P.zip", "-M", "job")
-    assert sandbox.names("exchange") == ["job_DONE"]
-
-
-@pytest.mark.parametrize("data", [b"", b"\0\0", b"C"], ids=["empty", "zero", "one byte"])
-def test_registry_value_without_text_is_no_folder(sandbox, data):
-    sandbox.set_registry(Value(KEY, "ExchangePath", REG_SZ, data))
-    assert sandbox.run("-IN", "P.zip").stdout == NO_FOLDER
-
-
-def test_registry_value_of_60000_characters_does_no_harm(sandbox):
-    sandbox.set_registry(text(KEY, "ExchangePath", "C:\\" + "x" * 60_000))
-    assert sandbox.run("-IN", "P.zip").stdout == NO_FOLDER
 
 
 def test_registry_value_of_the_user_is_not_read(sandbox):

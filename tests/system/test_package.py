@@ -16,11 +16,11 @@ NAMES = ["documents/Pump.xml", "documents/Pump.xml.html", "documents/empty.txt",
 
 
 def destination_of(publish) -> str:
-    """The folder that the component was told to publish into."""
-    told = [line for line in publish.job.run.trace
+    """The folder that the component is to publish into."""
+    calls = [line for line in publish.job.run.trace
             if re.search(r" (PutDestinationFolder|PublishView|PublishText) ", line)]
-    assert len(told) == 1
-    return re.search(r'"(C:[^"]*)"', told[0])[1].replace("\\\\", "\\")
+    assert len(calls) == 1
+    return re.search(r'"(C:[^"]*)"', calls[0])[1].replace("\\\\", "\\")
 
 
 def archive_calls(publish) -> list[str]:
@@ -108,7 +108,7 @@ def test_publication_goes_into_a_new_folder_in_the_temporary_folder(publish):
     assert publish.sandbox.names("temp") == []
 
 
-def test_log_tells_of_publication_and_package(publish):
+def test_log_reports_publication_and_package(publish):
     publish(package=True)
     assert publish.job.log.endswith(
         b"Project published successfully\r\nKVB file created sucessfully\r\n"

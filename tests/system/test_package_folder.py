@@ -64,8 +64,8 @@ def fixed(publish):
 def test_folder_of_a_fixed_name_serves_where_no_unique_name_can_be_made(publish, fixed):
     fixed.pack()
     publish.check_packed()
-    told = [line for line in publish.job.run.trace if " PublishView " in line]
-    assert '"C:\\\\__temp"' in told[0]
+    calls = [line for line in publish.job.run.trace if " PublishView " in line]
+    assert '"C:\\\\__temp"' in calls[0]
     assert fixed.added == set()
     assert not fixed.path.exists()
 
@@ -74,8 +74,8 @@ def test_root_of_the_drive_serves_where_the_temporary_folders_name_is_too_long(p
     publish.sandbox.use_temporary_folder("C:\\" + "x" * 300)
     publish(package=True)
     publish.check_packed()
-    told = [line for line in publish.job.run.trace if " PublishView " in line]
-    assert '("C:\\\\KVE' in told[0]
+    calls = [line for line in publish.job.run.trace if " PublishView " in line]
+    assert '("C:\\\\KVE' in calls[0]
 
 
 def test_names_are_relative_to_the_folder_at_every_level(fixed):
@@ -133,7 +133,7 @@ def test_folder_behind_a_link_keeps_its_files(publish, fixed):
     assert outside.joinpath("precious.txt").read_bytes() == b"precious"
     assert outside.joinpath("sub", "more.txt").read_bytes() == b"more"
     left = [path.name for path in fixed.path.iterdir()] if fixed.path.exists() else []
-    # Wine cannot tell which kind of link it is, and the program then leaves it.
+    # Wine does not report which kind of link it is, and the program then leaves it.
     assert left in ([], ["link"])
 
 

@@ -7,13 +7,13 @@ from contextlib import ExitStack
 from dataclasses import dataclass
 from pathlib import Path
 
-from harness.client import ContentManager
+from harness.cms import Peer
 from harness.machine import this_machine
 from harness.process import Run, Starter
 from harness.sandbox import DEVSETUP, PROGRAM, Sandbox
 from harness.specification import STORE
 
-from .shapes import Shape
+from .scenarios import Scenario
 
 NUMBERED = "*.* * sleep 0\n"  # writes a line when a call begins, and so numbers them
 SECONDS = 20
@@ -35,21 +35,13 @@ class Result:
     backup_left: bool
 
 
-@dataclass(frozen=True)
-class Paths:
-    """As the program names them."""
-
-    configuration: str
-    document: str
-    specification: str
-
-
 class Bench:
-    """Use it in a with statement. worker tells benches apart that run at the same time."""
+    """Use it in a with statement. worker keeps benches apart that run at the same time."""
 
     def __init__(self, worker: str, machine=None):
         self.machine = machine or this_machine(f"torture-{worker}")
-        self.durations: dict[str, float] = {}  # of a shape's latest undisturbed run, in seconds
+        self.durations: dict[str, float] = {}  # of a scenario's latest undisturbed run, in seconds
+        self.undisturbed: dict[str, tuple] = {}  # calls and log of a scenario's undisturbed run
         self._archives: dict[str, bytes] = {}
 
     def __enter__(self) -> Bench:
@@ -64,11 +56,6 @@ class Bench:
     def __exit__(self, *_) -> None:
         self.machine.stop()
 
-    def paths(self, shape: Shape) -> Paths:
-        return Paths(self.box.windows("installation", "configuration.xml"),
-                     self.box.windows("exchange", shape.document),
-                     self.box.windows(*STORE, shape.specification))
-
     # ---- between runs ----
 
     def reset(self) -> None:
@@ -79,51 +66,51 @@ class Bench:
         self.box.path("run.log").unlink(missing_ok=True)
         self.box.runs.clear()
 
-    def lay_out(self, shape: Shape) -> bytes:
-        """Puts down what the shape's command line works on; returns the archive's bytes."""
-        if shape.name not in self._archives:
-            shape.make_project().write(self.box.path("exchange", "Pump.kvp"))
-            self._archives[shape.name] = self.box.read("exchange", "Pump.kvp")
-        archive = self._archives[shape.name]
+    def lay_out(self, scenario: Scenario) -> bytes:
+        """Puts down what the scenario's command line works on; returns the archive's bytes."""
+        if scenario.name not in self._archives:
+            scenario.make_project().write(self.box.path("exchange", "Pump.kvp"))
+            self._archives[scenario.name] = self.box.read("exchange", "Pump.kvp")
+        archive = self._archives[scenario.name]
         self.box.path("exchange", "Pump.kvp").write_bytes(archive)
-        if shape.document:
-            self.box.path("exchange", shape.document).write_bytes(b"<document/>")
-        shutil.copy(LIBRARY / "RefTables.bak", self._backup(shape))
+        if scenario.document:
+            self.box.path("exchange", scenario.document).write_bytes(b"<document/>")
+        shutil.copy(LIBRARY / "RefTables.bak", self._backup(scenario))
         return archive
 
-    def _backup(self, shape: Shape) -> Path:
-        return self.box.path(*STORE, shape.specification, "RefTables.bak")
+    def _backup(self, scenario: Scenario) -> Path:
+        return self.box.path(*STORE, scenario.specification, "RefTables.bak")
 
     # ---- runs ----
 
-    def arguments(self, shape: Shape) -> list[str]:
+    def arguments(self, scenario: Scenario) -> list[str]:
         return ["-IN", self.box.windows("exchange", "Pump.kvp"), "-M", "job", "-LOG",
-                self.box.windows("run.log"), *shape.actions]
+                self.box.windows("run.log"), *scenario.actions]
 
-    def run(self, shape: Shape, plan: str = "", exit_code: int | None = 0) -> Result:
-        """A run of the shape from a clean start. exit_code None: any."""
+    def run(self, scenario: Scenario, plan: str = "", exit_code: int | None = 0) -> Result:
+        """A run of the scenario from a clean start. exit_code None: any."""
         self.reset()
-        before = self.lay_out(shape)
-        return self.run_as_it_is(shape, plan, exit_code, before)
+        before = self.lay_out(scenario)
+        return self.run_as_it_is(scenario, plan, exit_code, before)
 
-    def run_as_it_is(self, shape: Shape, plan: str, exit_code: int | None, before: bytes,
+    def run_as_it_is(self, scenario: Scenario, plan: str, exit_code: int | None, before: bytes,
                      more: list[str] = ()) -> Result:
         """more: what the command line has besides; a later "-LOG" takes the place of the first."""
         with ExitStack() as stack:
-            client = stack.enter_context(ContentManager()) if shape.notify else None
+            client = stack.enter_context(Peer()) if scenario.notify else None
             if client is not None:
                 self.box.path("exchange", "cms.ini").write_text(client.settings())
-            run = self.box.run(*self.arguments(shape), *more, program=str(PROGRAM),
+            run = self.box.run(*self.arguments(scenario), *more, program=str(PROGRAM),
                                faults=plan + NUMBERED, environment=COUNTED,
                                exit_code=exit_code, seconds=SECONDS)
-        return self.result(shape, run, before, client.messages if client else [])
+        return self.result(scenario, run, before, client.messages if client else [])
 
-    def result(self, shape: Shape, run: Run, before: bytes, frames=()) -> Result:
+    def result(self, scenario: Scenario, run: Run, before: bytes, frames=()) -> Result:
         log = self.box.path("run.log")
         exchange = {entry.name: None if entry.is_dir() else entry.read_bytes()
                     for entry in self.box.path("exchange").iterdir() if entry.name != "cms.ini"}
         return Result(run, log.read_bytes() if log.is_file() else b"", exchange,
-                      self.box.names("temp"), list(frames), before, self._backup(shape).exists())
+                      self.box.names("temp"), list(frames), before, self._backup(scenario).exists())
 
 
 def empty(folder: Path) -> None:

@@ -2,7 +2,7 @@
 
 A plan that ends with `*.* * sleep 0` makes each call write one line when it begins and one when it
 returns. So the lines nest, the calls can be numbered as the plan counts them, and a call that the
-program makes can be told from one that a component makes inside it."""
+program makes can be distinguished from one that a component makes inside it."""
 
 from __future__ import annotations
 
@@ -79,6 +79,6 @@ def _beginning(call: Call) -> str:
 
 def _complete(call: Call, line: str) -> None:
     match = _CALL.match(line)
-    assert match, f"a trace line of no known form: {line}"
+    assert match, f"a trace line of unknown form: {line}"
     call.key, call.arguments = match[3] or "", match[4]
     call.result, call.outputs = match[5], match[6] or ""

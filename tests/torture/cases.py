@@ -1,4 +1,4 @@
-"""The cases of the sweep: which call is spoiled, and how."""
+"""The cases of the sweep: which call a fault is injected into, and which fault."""
 
 from __future__ import annotations
 
@@ -6,10 +6,9 @@ from dataclasses import dataclass
 
 from .bench import Bench
 from .calls import Call, read_calls
-from .checks import problems
-from .flow import Disagreement, Flow
-from .model import Model
-from .shapes import BY_NAME, Shape
+from .checks import problems, steps_of
+from .expectation import Expectation
+from .scenarios import BY_NAME, Scenario
 
 DESCRIPTION = "The component: 100% refused."
 CODE = "0xA0041234"  # the platform has no text for it
@@ -38,17 +37,17 @@ _NOT_FOR = {"SampleEdit.Touch": ("text", "array")}
 
 @dataclass(frozen=True)
 class Case:
-    shape: str
+    scenario: str
     number: int
     kind: str
 
     def __str__(self) -> str:
-        return f"{self.shape}:{self.number}:{self.kind}"
+        return f"{self.scenario}:{self.number}:{self.kind}"
 
     @staticmethod
     def parse(text: str) -> Case:
-        shape, number, kind = text.split(":")
-        return Case(shape, int(number), kind)
+        scenario, number, kind = text.split(":")
+        return Case(scenario, int(number), kind)
 
     @property
     def plan(self) -> str:
@@ -59,18 +58,26 @@ class Case:
         return number >= self.number if KINDS[self.kind][1] else number == self.number
 
 
-def clean_calls(bench: Bench, shape: Shape) -> list[Call]:
-    """The calls of an undisturbed run, which the model must agree with too."""
-    result = bench.run(shape)
-    calls = read_calls(result.run.trace)
-    model = Model(shape, bench.paths(shape), Flow(calls, lambda number: False, "")).follow()
-    found = problems(model, result)
-    assert model.succeeded and not found, "\n".join([f"{shape.name}, undisturbed:", *found])
-    return calls
+def clean_calls(bench: Bench, scenario: Scenario) -> list[Call]:
+    """The calls of an undisturbed run, which must be held to the rules too."""
+    return undisturbed(bench, scenario)[0]
 
 
-def cases_of(shape: Shape, calls: list[Call]) -> list[Case]:
-    return [Case(shape.name, call.number, kind) for call in calls for kind in KINDS
+def undisturbed(bench: Bench, scenario: Scenario) -> tuple[list[Call], list[str]]:
+    """Calls and steps of the log of an undisturbed run; it takes place once on a bench."""
+    if scenario.name not in bench.undisturbed:
+        result = bench.run(scenario)
+        calls = read_calls(result.run.trace)
+        expected = Expectation(scenario, calls, calls)
+        found = problems(expected, result)
+        assert expected.succeeded and not found, "\n".join(
+            [f"{scenario.name}, undisturbed:", *found])
+        bench.undisturbed[scenario.name] = calls, steps_of(result.log)
+    return bench.undisturbed[scenario.name]
+
+
+def cases_of(scenario: Scenario, calls: list[Call]) -> list[Case]:
+    return [Case(scenario.name, call.number, kind) for call in calls for kind in KINDS
             if _makes_sense(call, kind)]
 
 
@@ -88,18 +95,17 @@ def _makes_sense(call: Call, kind: str) -> bool:
 
 def run_case(bench: Bench, case: Case) -> list[str]:
     """What is wrong with the case's run; nothing when it went as the rules say."""
-    shape = BY_NAME[case.shape]
+    scenario = BY_NAME[case.scenario]
     description = DESCRIPTION if case.kind == "error" else ""
+    clean, clean_log = undisturbed(bench, scenario)
     try:
-        result = bench.run(shape, case.plan, exit_code=None)
-        flow = Flow(read_calls(result.run.trace), case.is_faulted, description)
-        model = Model(shape, bench.paths(shape), flow).follow()
-    except Disagreement as error:
-        return [str(error), result.run.describe()]
+        result = bench.run(scenario, case.plan, exit_code=None)
     except AssertionError as error:  # the run hung, or wrote what it must not
         return [str(error)]
-    found = problems(model, result)
+    expected = Expectation(scenario, read_calls(result.run.trace), clean, case.is_faulted,
+                           description)
+    found = problems(expected, result, clean_log)
     abnormal = result.run.exit_code != 0
-    if abnormal != model.died or (model.died and case.kind != "throw"):
+    if abnormal != expected.died or (expected.died and case.kind != "throw"):
         found.append(f"exit code {result.run.exit_code}")
     return [*found, result.run.describe()] if found else []

@@ -14,9 +14,9 @@ from harness.specification import STORE
 from .bench import Bench, Result
 from .checks import is_sound
 from .mutation import mutated_archive, mutated_xml
-from .shapes import BY_NAME, Shape
+from .scenarios import BY_NAME, Scenario
 
-# What is damaged, and the shape that reads it.
+# What is damaged, and the scenario that reads it.
 PARTS = {"configuration": "metadata", "specification": "publish-proc", "axes": "publish-ipc",
          "archive": "metadata"}
 
@@ -56,17 +56,17 @@ _ENDS = {
 
 def run(bench: Bench, part: str, number: int) -> list[str]:
     """What is wrong with the run on the damaged file of that number."""
-    shape = BY_NAME[PARTS[part]]
+    scenario = BY_NAME[PARTS[part]]
     rng = random.Random(f"{part}/{number}")
     bench.reset()
-    bench.lay_out(shape)
-    file = _file(bench, part, shape)
+    bench.lay_out(scenario)
+    file = _file(bench, part, scenario)
     sound = file.read_bytes()
     damaged = (mutated_archive if part == "archive" else mutated_xml)(sound, rng)
     file.write_bytes(damaged)
     before = bench.box.read("exchange", "Pump.kvp")
     try:
-        result = bench.run_as_it_is(shape, "", 0, before)
+        result = bench.run_as_it_is(scenario, "", 0, before)
     except AssertionError as error:
         return [f"{damaged[:2000]!r}", str(error)]
     finally:
@@ -75,9 +75,9 @@ def run(bench: Bench, part: str, number: int) -> list[str]:
     return [*found, f"{damaged[:2000]!r}", result.run.describe()] if found else []
 
 
-def _file(bench: Bench, part: str, shape: Shape) -> Path:
+def _file(bench: Bench, part: str, scenario: Scenario) -> Path:
     return {"configuration": bench.box.path("installation", "configuration.xml"),
-            "specification": bench.box.path(*STORE, shape.specification + ".cfg"),
+            "specification": bench.box.path(*STORE, scenario.specification + ".cfg"),
             "axes": bench.box.path(*STORE[:-1], "Axes", "axes.xml"),
             "archive": bench.box.path("exchange", "Pump.kvp")}[part]
 

@@ -12,62 +12,59 @@ from harness.sandbox import PROGRAM
 
 from .bench import COUNTED, Bench, Result
 from .calls import read_calls
+from .cases import undisturbed
 from .checks import is_sound, problems
-from .flow import Disagreement, Flow
-from .model import Model
-from .shapes import BY_NAME, Shape
+from .expectation import Expectation
+from .scenarios import BY_NAME, Scenario
 
 EXIT_CODE = 9
 SEED = 20261121
 # Of the time that an undisturbed run takes; the tail of the moments lies behind its end.
 LONGEST_DELAY = 1.1
-SHAPES = ("metadata", "revision", "package-ipc", "everything")
+SCENARIOS = ("metadata", "revision", "package-ipc", "everything")
 
 
-def kill_at_call(bench: Bench, shape: Shape, number: int) -> list[str]:
+def kill_at_call(bench: Bench, scenario: Scenario, number: int) -> list[str]:
     """What is wrong with a run that ends in the call of that number, and with the run after it."""
-    try:
-        result = bench.run(shape, f"*.* {number} exit {EXIT_CODE}\n", exit_code=None)
-        flow = Flow(read_calls(result.run.trace), lambda at: at == number, "")
-        model = Model(shape, bench.paths(shape), flow).follow()
-    except Disagreement as error:
-        return [str(error)]
-    found = problems(model, result)
-    if result.run.exit_code != EXIT_CODE or not model.died:
+    clean, clean_log = undisturbed(bench, scenario)
+    result = bench.run(scenario, f"*.* {number} exit {EXIT_CODE}\n", exit_code=None)
+    expected = Expectation(scenario, read_calls(result.run.trace), clean, lambda at: at == number)
+    found = problems(expected, result, clean_log)
+    if result.run.exit_code != EXIT_CODE or not expected.died:
         found.append(f"exit code {result.run.exit_code}")
     # Now and then: what several runs have left behind stands in the way then.
-    return [*found, *(run_afresh(bench, shape) if number % 4 == 0 else [])]
+    return [*found, *(run_afresh(bench, scenario) if number % 4 == 0 else [])]
 
 
 def kill_at_moment(bench: Bench, number: int) -> list[str]:
     """The same for the random moment of that number."""
     moment = random.Random(SEED + number)
-    shape = BY_NAME[SHAPES[number % len(SHAPES)]]
-    if shape.name not in bench.durations:
-        run_afresh(bench, shape)
-    delay = bench.durations[shape.name] * moment.uniform(0, LONGEST_DELAY)
+    scenario = BY_NAME[SCENARIOS[number % len(SCENARIOS)]]
+    if scenario.name not in bench.durations:
+        run_afresh(bench, scenario)
+    delay = bench.durations[scenario.name] * moment.uniform(0, LONGEST_DELAY)
     bench.reset()
-    before = bench.lay_out(shape)
-    run = _run_and_kill(bench, shape, delay)
-    found = _left_in_order(shape, bench.result(shape, run, before))
-    return [*found, *(run_afresh(bench, shape) if number % 4 == 0 else [])]
+    before = bench.lay_out(scenario)
+    run = _run_and_kill(bench, scenario, delay)
+    found = _left_in_order(scenario, bench.result(scenario, run, before))
+    return [*found, *(run_afresh(bench, scenario) if number % 4 == 0 else [])]
 
 
-def run_afresh(bench: Bench, shape: Shape) -> list[str]:
+def run_afresh(bench: Bench, scenario: Scenario) -> list[str]:
     """Whatever the run before left behind, one on a fresh copy succeeds."""
     try:
-        result = bench.run(shape)
+        result = bench.run(scenario)
     except AssertionError as error:
         return [f"the run after it: {error}"]
-    bench.durations[shape.name] = (result.run.ended - result.run.started).total_seconds()
+    bench.durations[scenario.name] = (result.run.ended - result.run.started).total_seconds()
     if "job_DONE" not in result.exchange:
         return [f"the run after it: {sorted(result.exchange)}, {result.log!r}"]
     return []
 
 
-def _run_and_kill(bench: Bench, shape: Shape, delay: float) -> Run:
+def _run_and_kill(bench: Bench, scenario: Scenario, delay: float) -> Run:
     box, machine = bench.box, bench.machine
-    command = machine.command(str(PROGRAM), bench.arguments(shape))
+    command = machine.command(str(PROGRAM), bench.arguments(scenario))
     environment = machine.environment({"TEMP": box.windows("temp"), "TMP": box.windows("temp"),
                                        **COUNTED})
     process = subprocess.Popen(command, cwd=box.path("work"), env=environment,
@@ -79,7 +76,7 @@ def _run_and_kill(bench: Bench, shape: Shape, delay: float) -> Run:
     return Run(command, process.returncode, b"", b"", None, None)
 
 
-def _left_in_order(shape: Shape, result: Result) -> list[str]:
+def _left_in_order(scenario: Scenario, result: Result) -> list[str]:
     files = result.exchange
     status = sorted(name for name in files if name.startswith("job_"))
     found = []
@@ -91,8 +88,8 @@ def _left_in_order(shape: Shape, result: Result) -> list[str]:
         log = without_times(result.log)
         if not log.endswith(b"SUCCESS: ZeltorAuthorInvisible finished successfully at <time>\r\n"):
             found.append(f"done, but the log is {log!r}")
-        if not shape.publish and files["Pump.kvp"] == result.before:
+        if not scenario.publish and files["Pump.kvp"] == result.before:
             found.append("done, but the archive is as it was")
-        if shape.package and not is_sound(files.get("Pump.kvb")):
+        if scenario.package and not is_sound(files.get("Pump.kvb")):
             found.append("done, but the package is no sound one")
     return found

@@ -15,7 +15,7 @@ import traceback
 
 from . import cases, hostile, kill
 from .bench import Bench
-from .shapes import BY_NAME, SHAPES
+from .scenarios import BY_NAME, SCENARIOS
 
 WORKERS = 2
 MOMENTS = 1000
@@ -24,8 +24,8 @@ PROGRESS_SECONDS = 20
 
 
 def first_tasks() -> list[str]:
-    """What is known before anything has run. Counting a shape's calls gives its cases."""
-    return [*(f"count/{shape.name}" for shape in SHAPES),
+    """What is known before anything has run. Counting a scenario's calls gives its cases."""
+    return [*(f"count/{scenario.name}" for scenario in SCENARIOS),
             *(f"moment/{number}" for number in range(MOMENTS)),
             *(f"{part}/{number}" for part in hostile.PARTS for number in range(DAMAGED))]
 
@@ -40,8 +40,8 @@ def perform(bench: Bench, task: str) -> tuple[list[str], list[str]]:
     if part == "calls":
         return cases.run_case(bench, cases.Case.parse(name)), []
     if part == "kill":
-        shape, number = name.split(":")
-        return kill.kill_at_call(bench, BY_NAME[shape], int(number)), []
+        scenario, number = name.split(":")
+        return kill.kill_at_call(bench, BY_NAME[scenario], int(number)), []
     if part == "moment":
         return kill.kill_at_moment(bench, int(name)), []
     return hostile.run(bench, part, int(name)), []

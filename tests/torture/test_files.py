@@ -17,9 +17,9 @@ import pytest
 from harness.job import LOADED, PROCESSING, SAVED, SPECIFICATION
 from harness.logs import without_times
 from harness.machine import BUILD
-from torture.bench import Bench, Result
+from torture.bench import SECONDS, Bench, Result
 from torture.checks import is_sound
-from torture.shapes import BY_NAME, Shape
+from torture.scenarios import BY_NAME, Scenario
 
 METADATA = BY_NAME["rename"]
 RENAMED = b"Project name changed to 'Two'\r\n"
@@ -31,9 +31,9 @@ DONE = (b"SUCCESS: Project 'Pump' successfully processed\r\n"
 PAUSE = 1200  # milliseconds
 
 
-def start(bench: Bench, shape: Shape) -> bytes:
+def start(bench: Bench, scenario: Scenario) -> bytes:
     bench.reset()
-    return bench.lay_out(shape)
+    return bench.lay_out(scenario)
 
 
 def log_of(result: Result) -> bytes:
@@ -60,7 +60,7 @@ def held(bench: Bench, path: Path):
 
 
 def _wait_until(condition) -> None:
-    end = time.monotonic() + 10
+    end = time.monotonic() + SECONDS
     while not condition():
         assert time.monotonic() < end
         time.sleep(0.01)
@@ -155,12 +155,12 @@ def test_log_that_vanishes_is_made_anew_with_what_comes_later(bench):
 
 
 def test_lines_of_a_log_whose_folder_vanishes_are_lost(bench):
-    shape = METADATA
-    before = start(bench, shape)
+    scenario = METADATA
+    before = start(bench, scenario)
     folder = bench.box.path("work", "logs")
     arguments = ["-LOG", bench.box.windows("work", "logs", "run.log")]
     with meanwhile(bench, "KernelProject#1 Load", lambda: shutil.rmtree(folder)) as plan:
-        result = bench.run_as_it_is(shape, plan, 0, before, arguments)
+        result = bench.run_as_it_is(scenario, plan, 0, before, arguments)
     assert not folder.exists()
     assert status(result) == ["job_DONE"]
     assert is_sound(result.exchange["Pump.kvp"]) and result.exchange["Pump.kvp"] != before
@@ -208,12 +208,12 @@ def test_archive_that_vanishes_is_written_anew(bench):
 
 
 def test_temporary_folder_that_vanishes_is_made_anew_by_the_publication(bench):
-    shape = BY_NAME["package-ipc"]
-    before = start(bench, shape)
+    scenario = BY_NAME["package-ipc"]
+    before = start(bench, scenario)
     folder = bench.box.path("temp")
     try:
         with meanwhile(bench, "Exporter#1 PutOptionB", lambda: shutil.rmtree(folder)) as plan:
-            result = bench.run_as_it_is(shape, plan, 0, before)
+            result = bench.run_as_it_is(scenario, plan, 0, before)
         assert folder.is_dir()
     finally:
         folder.mkdir(exist_ok=True)
@@ -240,11 +240,11 @@ def noise(size: int) -> bytes:
 
 
 def test_archive_that_finds_no_room_leaves_the_old_one(bench):
-    shape = Shape("full-archive", METADATA.actions, new_name="Two", project={
+    scenario = Scenario("full-archive", METADATA.actions, project={
         "representations": {f"{number}.bin": noise(20_000) for number in range(12)}})
-    before = start(bench, shape)
+    before = start(bench, scenario)
     with no_file_beyond(100_000):
-        result = bench.run_as_it_is(shape, "", None, before)
+        result = bench.run_as_it_is(scenario, "", None, before)
     assert result.run.exit_code == 0
     assert log_of(result) == OPENED + RENAMED + b"ERROR: the archive cannot be written"
     assert sorted(result.exchange) == ["Pump.kvp", "job_ERROR"]
@@ -264,12 +264,12 @@ def test_log_that_finds_no_room_loses_lines_and_nothing_else(bench):
 
 
 def test_document_that_finds_no_room_cannot_be_attached(bench):
-    shape = BY_NAME["document"]
-    before = start(bench, shape)
-    bench.box.path("exchange", shape.document).write_bytes(noise(200_000))
+    scenario = BY_NAME["document"]
+    before = start(bench, scenario)
+    bench.box.path("exchange", scenario.document).write_bytes(noise(200_000))
     with no_file_beyond(100_000):
-        result = bench.run_as_it_is(shape, "", None, before)
-    path = bench.box.windows("exchange", shape.document)
+        result = bench.run_as_it_is(scenario, "", None, before)
+    path = bench.box.windows("exchange", scenario.document)
     assert result.run.exit_code == 0
     assert log_of(result) == OPENED + b"ERROR: Error attaching document: " + path.encode()
     assert result.exchange["Pump.kvp"] == before

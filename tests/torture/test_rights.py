@@ -14,7 +14,7 @@ import pytest
 from harness.job import LOADED, PROCESSING, SAVED, SPECIFICATION
 from harness.machine import WineMachine
 from torture.bench import Bench
-from torture.shapes import BY_NAME
+from torture.scenarios import BY_NAME
 from torture.test_files import DONE, METADATA, RENAMED, log_of, start, status
 
 pytestmark = pytest.mark.skipif(sys.platform == "win32", reason="Windows has access lists instead")
@@ -58,7 +58,7 @@ def test_log_that_may_not_be_written_cannot_be_created(bound):
     assert result.exchange == {"Pump.kvp": before, "job_ERROR": b"Can't create log file."}
 
 
-def test_log_folder_that_may_not_be_made_is_told(bound):
+def test_log_folder_that_may_not_be_made_is_reported(bound):
     before = start(bound, METADATA)
     log = ["-LOG", bound.box.windows("work", "new", "run.log")]
     with read_only(bound.box.path("work")):
@@ -84,7 +84,7 @@ def test_failure_that_its_file_may_not_take_stands_in_the_log_alone(bound):
     assert result.exchange == {"Pump.kvp": before, "job_ERROR": b"old"}
 
 
-def test_exchange_folder_that_may_not_be_made_is_told(bound):
+def test_exchange_folder_that_may_not_be_made_is_reported(bound):
     before = start(bound, METADATA)
     project = ["-IN", bound.box.windows("work", "new", "Pump.kvp")]
     with read_only(bound.box.path("work")):
@@ -115,10 +115,10 @@ def test_archive_that_may_not_be_read_lists_no_project(bound):
 def test_temporary_folder_that_may_not_be_written_fails_the_publication(bound):
     # Wine names a file that it could not make there; Windows names none, and the package's folder
     # is another one then.
-    shape = BY_NAME["package-ipc"]
-    before = start(bound, shape)
+    scenario = BY_NAME["package-ipc"]
+    before = start(bound, scenario)
     with read_only(bound.box.path("temp")):
-        result = bound.run_as_it_is(shape, "", 0, before)
+        result = bound.run_as_it_is(scenario, "", 0, before)
     opened = PROCESSING + b"Specification 'Catalog', v.2 loaded\r\n" + LOADED
     assert log_of(result).startswith(
         opened + b"ERROR: ERROR publishing project: The publication cannot be written: ")

@@ -12,7 +12,7 @@ from torture import sweep
 
 @pytest.fixture
 def swept(monkeypatch, capsys):
-    """Sweeps tasks that are performed as told; gives exit code and output."""
+    """Sweeps tasks that are performed by a function; gives exit code and output."""
     def run(tasks, perform, wanted=("",)):
         monkeypatch.setattr(sweep, "Bench", nullcontext)
         monkeypatch.setattr(sweep, "first_tasks", lambda: tasks)
@@ -39,11 +39,11 @@ def test_case_that_goes_wrong_is_shown_and_counted(swept):
 
 def test_case_that_breaks_is_a_failure(swept):
     def perform(bench, task):
-        raise ValueError("no such shape")
+        raise ValueError("no such scenario")
 
     code, output = swept(["moment/1"], perform)
     assert code == 1
-    assert "ValueError: no such shape" in output
+    assert "ValueError: no such scenario" in output
     assert output.endswith("\n0 passed, 1 failed\n")
 
 

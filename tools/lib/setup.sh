@@ -33,6 +33,8 @@ zt_test_packages() {
 /usr/bin/clang++ clang
 /usr/bin/cppcheck cppcheck
 /usr/bin/ccache ccache
+/usr/bin/chromium chromium
+/usr/lib/python3/dist-packages/PIL python3-pil
 LIST
 }
 
@@ -65,24 +67,56 @@ zt_install_packages() {
         apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
 }
 
-# zt_build PRESET [TARGET ...]: configures the preset once, then builds what changed. The compilers'
-# output is shown only when the build fails.
+# zt_configure PRESET: configures the preset once. Works in the root folder.
+zt_configure() {
+    [ -f "build/$1/build.ninja" ] || cmake --preset "$1"
+}
+
+# zt_build PRESET [TARGET ...]: configures the preset once, then builds what changed. Prints how far
+# it is; the compilers' output is shown only when the build fails.
 zt_build() {
-    local preset=$1 log
+    local preset=$1 log builder
     shift
     log="$zt_root/build/$preset.log"
     mkdir -p "$zt_root/build"
-    if command -v ccache >/dev/null; then
-        export CMAKE_C_COMPILER_LAUNCHER=ccache CMAKE_CXX_COMPILER_LAUNCHER=ccache
-    fi
-    echo "Building $preset"
+    zt_use_ccache
+    echo "build $preset: starting"
     (
         cd "$zt_root"
-        [ -f "build/$preset/build.ninja" ] || cmake --preset "$preset"
-        cmake --build "build/$preset" ${1:+--target "$@"}
-    ) >"$log" 2>&1 || {
+        zt_configure "$preset" && exec ninja -C "build/$preset" "$@"
+    ) >"$log" 2>&1 &
+    builder=$!
+    trap 'kill "$builder" 2>/dev/null; exit 130' INT TERM
+    zt_show_progress "$preset" "$log" "$builder"
+    trap - INT TERM
+    wait "$builder" || {
         cat "$log"
         echo "The build of $preset failed." >&2
         return 1
     }
+}
+
+# Presets and work trees share what they compile alike, precompiled headers included.
+zt_use_ccache() {
+    command -v ccache >/dev/null || return 0
+    export CMAKE_C_COMPILER_LAUNCHER=ccache CMAKE_CXX_COMPILER_LAUNCHER=ccache
+    export CCACHE_BASEDIR=$zt_root CCACHE_NOHASHDIR=1
+    export CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime
+}
+
+# zt_show_progress PRESET LOG PID: while the process runs, prints ninja's last count: in one line of a
+# terminal, and otherwise in a line every twenty seconds.
+zt_show_progress() {
+    local halves=0 count
+    while kill -0 "$3" 2>/dev/null; do
+        sleep 0.5
+        halves=$((halves + 1))
+        count=$(grep -o '^\[[0-9]*/[0-9]*\]' "$2" | tail -n 1 || true)
+        if [ -t 1 ]; then
+            printf '\r\033[Kbuild %s: %s' "$1" "${count:-configuring}"
+        elif [ $((halves % 40)) = 0 ]; then
+            echo "build $1: ${count:-configuring}"
+        fi
+    done
+    [ ! -t 1 ] || printf '\r\033[K'
 }

@@ -178,7 +178,7 @@ void ExpectMetadata(const MetadataMap& metadata, const std::vector<Entry>& expec
     }
 }
 
-TEST(CommandLine, TellsMetadataToSetFromMetadataToAdd) {
+TEST(CommandLine, DistinguishesMetadataToSetFromMetadataToAdd) {
     const CommandLine line = Parse({L"-META", L"Title", L"A", L"-ADDMETA", L"Author", L"B"});
     ExpectMetadata(line.metadata, {{L"Author", L"B", false}, {L"Title", L"A", true}});
 }

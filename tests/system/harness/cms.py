@@ -113,6 +113,17 @@ class Peer:
         self._thread.join()
         self._listener.close()
 
+    def settings(self, timeout: str = "20") -> str:
+        """Content of the settings file that names this peer."""
+        return f"[CMS]\r\nPort={self.port}\r\nTimeout={timeout}\r\n"
+
+    @property
+    def messages(self) -> list[str]:
+        """The texts of the frames, which must be whole and well-formed."""
+        texts = [frame[2:-1].decode("utf-8") for frame in self.frames]
+        assert self.frames == [framed(text) for text in texts]
+        return texts
+
     @property
     def frames(self) -> list[bytes]:
         return [exchange.received for exchange in self.exchanges]

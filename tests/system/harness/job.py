@@ -39,7 +39,7 @@ class Job:
             self.sandbox.windows("run.log"), *actions, **options)
         return self
 
-    # ---- what it told ----
+    # ---- what it left ----
 
     @property
     def log(self) -> bytes:

@@ -6,10 +6,8 @@ from .cms import framed
 from .logs import without_times
 
 HEAD = "TOOL_ACTION_MESSAGE|ZELTOR_MANUAL|"
-SUCCESS = framed(HEAD + "STATUS|SUCCESS")
 FAILED = framed(HEAD + "STATUS|FAILED")
 RECEIVE_ERROR = b"Error receiving response from CMS client:\r\n"
-SEND_ERROR = b"Error sending message to CMS client:\r\n"
 CONNECT_ERROR = b"Error connecting to CMS client:\r\n"
 TIMEOUT = RECEIVE_ERROR + b"Timeout occured while waiting for response from server"
 INVALID_FRAME = RECEIVE_ERROR + b"Invalid response received from server"

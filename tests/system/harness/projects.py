@@ -11,7 +11,7 @@ from xml.sax.saxutils import escape, quoteattr
 
 @dataclass
 class Project:
-    """The content of an archive. Its parts stand in the archive as they are told here."""
+    """The content of an archive. Its parts stand in the archive as they are given here."""
 
     name: str = "Pump"
     id: str = "P0001"

@@ -91,7 +91,7 @@ class Index(Page):
 
     @property
     def facts(self) -> dict[str, str]:
-        """What the publishing component was told, by its name."""
+        """What the publishing component was given, by its name."""
         return self._table("facts")
 
     @property

@@ -1,4 +1,4 @@
-"""What stands in the watched folders, to tell afterwards what changed."""
+"""What stands in the watched folders, to find out afterwards what changed."""
 
 from __future__ import annotations
 

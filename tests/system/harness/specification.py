@@ -1,4 +1,4 @@
-"""A specification of the test's own in the installation's store, and what a run tells of it."""
+"""A specification of the test's own in the installation's store, and what a run reports of it."""
 
 from __future__ import annotations
 

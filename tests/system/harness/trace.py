@@ -4,7 +4,7 @@ from __future__ import annotations
 
 
 def problems(trace: list[str], ended_normally: bool) -> list[str]:
-    """What a trace tells that must never be, whatever the test is about.
+    """What a trace shows that must never be, whatever the test is about.
 
     At the end of the process each component library writes "live LIBRARY: 0", or the objects that
     were never released in place of the 0; a use that no contract allows is a line of its own."""

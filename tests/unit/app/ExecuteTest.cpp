@@ -1,4 +1,4 @@
-// The sequence of a run that succeeds.
+// The sequence of a run.
 #include "tests/support/RunFixture.h"
 
 #include <regex>
@@ -31,13 +31,6 @@ TEST_F(Run, LogsACommandLineOf30000Characters) {
                 testing::HasSubstr("' -META Title " + std::string(30000, 'x') + "'\r\n"));
 }
 
-TEST_F(Run, LogsTheWorkOfTheProjectBetweenStartAndEnd) {
-    m_whileProcessing = [this] { m_app.Log(L"Processing\n"); };
-    Execute({L"-IN", Exchange(L"P.zip"), L"-LOG", LogPath(), L"-PUB"});
-    const std::regex lines("ZeltorAuthorInvisible started at .*\r\nProcessing\r\nSUCCESS: .*\r\n");
-    EXPECT_TRUE(std::regex_match(LogText(), lines)) << LogText();
-}
-
 TEST_F(Run, MakesTheLogsFolderAndEmptiesTheLog) {
     std::filesystem::create_directory(m_folder.Path(L"log"));
     test::WriteBytes(LogPath(), "earlier");
@@ -49,10 +42,15 @@ TEST_F(Run, MakesTheLogsFolderAndEmptiesTheLog) {
     EXPECT_EQ(test::BytesOf(other).find("ZeltorAuthorInvisible started"), 0U);
 }
 
-TEST_F(Run, KeepsNoLogWithoutBeingAsked) {
-    Execute({L"-IN", Exchange(L"P.zip")});
-    EXPECT_FALSE(test::Exists(m_folder.Path(L"log")));
-    EXPECT_TRUE(std::filesystem::is_empty(ExchangeFolder()));
+TEST_F(Run, KeepsNeitherLogNorStatusFilesWithoutBeingAsked) {
+    for (const auto& more : std::vector<std::vector<std::wstring>>{{}, {L"-M", L""}}) {
+        std::vector<std::wstring> arguments = {L"-IN", Exchange(L"P.zip")};
+        arguments.insert(arguments.end(), more.begin(), more.end());
+        Execute(arguments);
+        EXPECT_EQ(m_app.m_strStatusBase, L"");
+        EXPECT_FALSE(test::Exists(m_folder.Path(L"log")));
+        EXPECT_TRUE(std::filesystem::is_empty(ExchangeFolder()));
+    }
 }
 
 TEST_F(Run, TakesTheFolderOfTheProjectFileAsExchangeFolder) {
@@ -68,9 +66,8 @@ TEST_F(Run, TakesTheFolderOfTheProjectFileAsExchangeFolder) {
 
 TEST_F(Run, TakesTheGivenExchangeFolderWithoutOneTrailingBackslash) {
     m_registry.SetText(L"Software\\Morvenit\\CMSTC", L"ExchangePath", m_folder.Path(L"registry"));
-    Execute({L"-IN", L"P.zip", L"-EXCHANGEPATH", ExchangeFolder() + L"\\", L"-PUB"});
+    Execute({L"-IN", L"P.zip", L"-EXCHANGEPATH", ExchangeFolder() + L"\\"});
     EXPECT_EQ(m_app.m_strExchangePath, ExchangeFolder());
-    EXPECT_THAT(m_calls, ElementsAre(L"process P"));
     EXPECT_FALSE(test::Exists(m_folder.Path(L"registry")));
 }
 
@@ -83,12 +80,12 @@ TEST_F(Run, TakesTheRegistrysExchangeFolderWithoutAnother) {
 
 TEST_F(Run, AcceptsAFileInPlaceOfTheExchangeFolder) {
     test::WriteBytes(ExchangeFolder(), "file");
-    Execute({L"-IN", Exchange(L"P.zip"), L"-S", L"-LOG", LogPath()});
-    EXPECT_EQ(m_calls.at(0), L"notify STATUS SUCCESS");
+    Execute({L"-IN", Exchange(L"P.zip"), L"-LOG", LogPath()});
+    EXPECT_THAT(LogText(), testing::HasSubstr("SUCCESS: "));
     EXPECT_EQ(test::BytesOf(ExchangeFolder()), "file");
 }
 
-TEST_F(Run, TellsByStatusFilesThatItGoesOnAndHasSucceeded) {
+TEST_F(Run, ShowsByStatusFilesThatItGoesOnAndHasSucceeded) {
     std::filesystem::create_directory(ExchangeFolder());
     test::WriteBytes(Exchange(L"job42_ERROR"), "earlier");
     test::WriteBytes(Exchange(L"job42_DONE"), "");
@@ -98,39 +95,33 @@ TEST_F(Run, TellsByStatusFilesThatItGoesOnAndHasSucceeded) {
         EXPECT_FALSE(test::Exists(Exchange(L"job42_DONE")));
     };
     Execute({L"-IN", Exchange(L"P.zip"), L"-M", L"job42", L"-PUB"});
-    EXPECT_THAT(m_calls, ElementsAre(L"process P"));
+    EXPECT_THAT(m_kernelCalls, testing::Contains(testing::StartsWith("KernelAdmin.PutClientName")));
+    Execute({L"-IN", Exchange(L"P.zip"), L"-M", L"job42"});
     EXPECT_FALSE(test::Exists(Exchange(L"job42_ERROR")));
     EXPECT_EQ(test::BytesOf(Exchange(L"job42_DONE")), "");
 }
 
-TEST_F(Run, TouchesNoStatusFilesWithoutAStatusId) {
-    for (const auto& more : std::vector<std::vector<std::wstring>>{{}, {L"-M", L""}}) {
-        std::vector<std::wstring> arguments = {L"-IN", Exchange(L"P.zip")};
-        arguments.insert(arguments.end(), more.begin(), more.end());
-        Execute(arguments);
-        EXPECT_EQ(m_app.m_strStatusBase, L"");
-        EXPECT_TRUE(std::filesystem::is_empty(ExchangeFolder()));
-    }
-}
-
 TEST_F(Run, NotifiesTheClientOfSuccessAfterEverythingElse) {
-    m_whileNotifying = [this](const std::wstring&) {
+    test::FakeClient client;
+    client.Serve(ExchangeFolder());
+    client.whileReceiving = [this](const std::string&) {
         EXPECT_THAT(LogText(), testing::HasSubstr("SUCCESS: "));
         EXPECT_TRUE(test::Exists(Exchange(L"job_DONE")));
     };
-    Execute({L"-IN", Exchange(L"P.rev2.zip"), L"-M", L"job", L"-LOG", LogPath(), L"-S", L"-PUB"});
-    EXPECT_THAT(m_calls, ElementsAre(L"process P.rev2", L"notify STATUS SUCCESS",
-                                     L"notify SAVE_AND_CLOSE P.rev2.kvp"));
+    Execute({L"-IN", Exchange(L"P.rev2.zip"), L"-M", L"job", L"-LOG", LogPath(), L"-S"});
+    EXPECT_THAT(client.Messages(), ElementsAre("STATUS|SUCCESS", "SAVE_AND_CLOSE|P.rev2.kvp"));
 }
 
 TEST_F(Run, NotifiesNobodyWithoutBeingAsked) {
+    test::FakeClient client;
+    client.Serve(ExchangeFolder());
     Execute({L"-IN", Exchange(L"P.zip"), L"-M", L"job"});
-    EXPECT_THAT(m_calls, IsEmpty());
+    EXPECT_THAT(client.Messages(), IsEmpty());
 }
 
 TEST_F(Run, SucceedsWithoutProjectWork) {
     Execute({L"-IN", Exchange(L"P.zip"), L"-UPDATEDOC", L"-NR", L"-S", L"-LOG", LogPath()});
-    EXPECT_THAT(m_calls, ElementsAre(L"notify STATUS SUCCESS", L"notify SAVE_AND_CLOSE P.kvp"));
+    EXPECT_THAT(m_kernelCalls, IsEmpty());
     EXPECT_THAT(LogText(), testing::HasSubstr("SUCCESS: "));
 }
 
@@ -144,44 +135,10 @@ TEST_F(Run, LeavesTheFlagsToTheRestOfTheProgram) {
 }
 
 TEST_F(Run, GoesOnWithoutAProjectNameBehindTheFolder) {
+    test::FakeClient client;
+    client.Serve(ExchangeFolder());
     Execute({L"-IN", ExchangeFolder() + L"\\", L"-S"});
-    EXPECT_THAT(m_calls, ElementsAre(L"notify STATUS SUCCESS", L"notify SAVE_AND_CLOSE .kvp"));
-}
-
-// What the pipeline is handed, joined by bars.
-std::wstring HandedOver(const std::vector<std::wstring>& arguments, const std::wstring& folder) {
-    std::wstring handed;
-    CZTInvisible app(
-        RunServices{[&](CZTInvisible& given, const wchar_t* name, const wchar_t* document,
-                        const wchar_t* progId, const wchar_t* method, const MetadataMap& metadata,
-                        const wchar_t* newName) {
-                        EXPECT_EQ(&given, &app);
-                        for (const wchar_t* text : {name, document, progId, method, newName})
-                            handed += std::wstring(text) + L"|";
-                        for (const auto& [key, entry] : metadata)
-                            handed += key + (entry.bSet ? L"=" : L"+=") + entry.value + L"|";
-                    },
-                    {}});
-    std::vector<std::wstring> all = {L"Z.exe", L"-IN", folder + L"\\P.zip"};
-    all.insert(all.end(), arguments.begin(), arguments.end());
-    std::vector<wchar_t*> pointers;
-    for (std::wstring& argument : all)
-        pointers.push_back(argument.data());
-    app.Execute(static_cast<int>(pointers.size()), pointers.data());
-    return handed;
-}
-
-TEST(RunOfAProject, HandsEveryValueToThePipeline) {
-    const test::TemporaryFolder folder;
-    EXPECT_EQ(HandedOver({L"-DM", L"d.xml", L"-EDIT", L"Some.Handler", L"Do", L"-META", L"b", L"1",
-                          L"-ADDMETA", L"a", L"2", L"-PROJECTNAME", L"New"},
-                         folder.Path()),
-              L"P|d.xml|Some.Handler|Do|New|a+=2|b=1|");
-}
-
-TEST(RunOfAProject, HandsEmptyTextsForWhatIsNotGiven) {
-    const test::TemporaryFolder folder;
-    EXPECT_EQ(HandedOver({L"-PUB"}, folder.Path()), L"P|||||");
+    EXPECT_THAT(client.Messages(), ElementsAre("STATUS|SUCCESS", "SAVE_AND_CLOSE|.kvp"));
 }
 
 } // namespace

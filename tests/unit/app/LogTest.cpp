@@ -1,9 +1,4 @@
-#include "app/ZTInvisible.h"
-
-#include "tests/support/Files.h"
-#include "tests/support/Isolation.h"
-
-#include <vector>
+#include "tests/support/RunFixture.h"
 
 namespace zt {
 namespace {
@@ -94,16 +89,7 @@ class ReportedError : public testing::Test {
 
     test::TemporaryFolder m_folder;
     std::string m_output;
-    std::vector<std::wstring> m_notified;
-    // Whether the log held the error when the client was told.
-    bool m_loggedFirst = false;
-    CZTInvisible m_app{
-        RunServices{{}, [this](CZTInvisible& app, const wchar_t* action, const wchar_t* argument) {
-                        EXPECT_EQ(&app, &m_app);
-                        m_notified.push_back(std::wstring(action) + L" " + argument);
-                        m_loggedFirst = !Log().empty() && Log() != "(no file)";
-                        return 0;
-                    }}};
+    CZTInvisible m_app;
 };
 
 TEST_F(ReportedError, StandsInTheLogWithoutALineEnd) {
@@ -115,7 +101,6 @@ TEST_F(ReportedError, StandsInTheLogWithoutALineEnd) {
 TEST_F(ReportedError, IsPrintedWithALineEndWithoutClientAndStatusFiles) {
     Report(L"Something of 100 % failed: %s");
     EXPECT_EQ(m_output, "Something of 100 % failed: %s\n");
-    EXPECT_TRUE(m_notified.empty());
 }
 
 TEST_F(ReportedError, IsAppendedToTheStatusFileAsItStands) {
@@ -124,16 +109,17 @@ TEST_F(ReportedError, IsAppendedToTheStatusFileAsItStands) {
     Report(L"Two failed\n");
     EXPECT_EQ(StatusText(), "One ? failedTwo failed\r\n");
     EXPECT_EQ(m_output, "");
-    EXPECT_TRUE(m_notified.empty());
 }
 
 TEST_F(ReportedError, GoesToTheClientAloneWhenTheRunNotifies) {
+    test::FakeClient client;
+    client.Serve(m_folder.Path());
+    client.whileReceiving = [this](const std::string&) { EXPECT_EQ(Log(), "ERROR: One ? failed"); };
     m_app.m_bNotify = true;
+    m_app.m_strExchangePath = m_folder.Path();
     m_app.m_strStatusBase = m_folder.Path(L"job");
     Report(L"One \x0416 failed");
-    EXPECT_EQ(m_notified, std::vector<std::wstring>{L"MESSAGE One \x0416 failed"});
-    EXPECT_TRUE(m_loggedFirst);
-    EXPECT_EQ(Log(), "ERROR: One ? failed");
+    EXPECT_THAT(client.Messages(), testing::ElementsAre("MESSAGE|One \xD0\x96 failed"));
     EXPECT_EQ(StatusText(), "(no file)");
     EXPECT_EQ(m_output, "");
 }

@@ -14,7 +14,7 @@ using testing::Not;
 
 class FailedRun : public test::RunFixture {};
 
-TEST_F(FailedRun, WithoutAProjectIsToldOnStandardOutputAndInTheLog) {
+TEST_F(FailedRun, WithoutAProjectIsReportedOnStandardOutputAndInTheLog) {
     std::filesystem::create_directory(m_folder.Path(L"log"));
     for (const auto& arguments :
          std::vector<std::vector<std::wstring>>{{L"-LOG", LogPath()},
@@ -43,9 +43,11 @@ TEST_F(FailedRun, MakesNoFolderForALogThatWasNotYetPrepared) {
 }
 
 TEST_F(FailedRun, WithoutAProjectClosesNoNamedProject) {
-    Execute({L"-S"});
-    EXPECT_THAT(m_calls, ElementsAre(L"notify MESSAGE Project name is not specified.",
-                                     L"notify STATUS FAILED", L"notify CLOSE "));
+    test::FakeClient client;
+    client.Serve(ExchangeFolder());
+    Execute({L"-EXCHANGEPATH", ExchangeFolder(), L"-S"});
+    EXPECT_THAT(client.Messages(),
+                ElementsAre("MESSAGE|Project name is not specified.", "STATUS|FAILED", "CLOSE|"));
     EXPECT_EQ(m_output, "");
 }
 
@@ -55,28 +57,21 @@ TEST_F(FailedRun, WithoutAnyArgumentDoesNotCrash) {
     EXPECT_EQ(testing::internal::GetCapturedStdout(), "Project name is not specified.\n");
 }
 
-TEST_F(FailedRun, NamesTheExchangeFolderThatCannotBe) {
+TEST_F(FailedRun, ReportsTheExchangeFolderThatCannotBeMadeOnStandardOutput) {
     for (const std::wstring& projectFile :
-         {std::wstring(L"P.zip"), L"zt-missing-folder\\" + std::wstring(L"P.zip"),
+         {std::wstring(L"P.zip"), std::wstring(L"zt-missing-folder\\P.zip"),
           m_folder.Path(L"a|b\\P.zip"), std::wstring(L"\\P.zip")}) {
-        m_calls.clear();
-        Execute({L"-IN", projectFile, L"-M", L"job", L"-S", L"-PUB"});
-        EXPECT_THAT(m_calls, ElementsAre(L"notify MESSAGE Can't create exchange folder",
-                                         L"notify STATUS FAILED", L"notify CLOSE P"));
+        Execute({L"-IN", projectFile, L"-M", L"job", L"-PUB"});
+        EXPECT_EQ(m_output, "Can't create exchange folder\n");
+        EXPECT_THAT(m_kernelCalls, IsEmpty());
     }
 }
 
-TEST_F(FailedRun, PrintsTheExchangeFoldersFailureAsNoStatusFileIsThereYet) {
-    Execute({L"-IN", L"P.zip", L"-M", L"job"});
-    EXPECT_EQ(m_output, "Can't create exchange folder\n");
-}
-
-TEST_F(FailedRun, OfAnExchangePathOf300CharactersIsToldOrRuns) {
-    const std::wstring folder =
-        m_folder.Path(std::wstring(150, L'a') + L"\\" + std::wstring(150, L'b'));
+TEST_F(FailedRun, ReportsAnExchangePathThatIsTooLong) {
+    // 300 characters in one name: no file system takes that.
+    const std::wstring folder = m_folder.Path(std::wstring(300, L'a'));
     Execute({L"-IN", folder + L"\\P.zip", L"-M", L"job"});
-    const bool exists = GetFileAttributesW(folder.c_str()) != INVALID_FILE_ATTRIBUTES;
-    EXPECT_EQ(m_output, exists ? "" : "Can't create exchange folder\n");
+    EXPECT_EQ(m_output, "Can't create exchange folder\n");
 }
 
 TEST_F(FailedRun, NamesALogWithoutAFolder) {
@@ -86,14 +81,14 @@ TEST_F(FailedRun, NamesALogWithoutAFolder) {
     Execute({L"-IN", Exchange(L"P.zip"), L"-M", L"job", L"-LOG", L"zt-run.log", L"-PUB"});
     EXPECT_EQ(test::BytesOf(Exchange(L"job_ERROR")), "Can't create log-file folder");
     std::filesystem::remove(L"zt-run.log");
-    EXPECT_THAT(m_calls, IsEmpty());
+    EXPECT_THAT(m_kernelCalls, IsEmpty());
 }
 
 TEST_F(FailedRun, NamesALogThatCannotBeMade) {
     std::filesystem::create_directories(LogPath());
     Execute({L"-IN", Exchange(L"P.zip"), L"-M", L"job", L"-LOG", LogPath(), L"-PUB"});
     EXPECT_EQ(test::BytesOf(Exchange(L"job_ERROR")), "Can't create log file.");
-    EXPECT_THAT(m_calls, IsEmpty());
+    EXPECT_THAT(m_kernelCalls, IsEmpty());
 }
 
 TEST_F(FailedRun, OfALogPathOf300CharactersDoesNotCrash) {
@@ -107,38 +102,34 @@ TEST_F(FailedRun, LeavesTheErrorFileWithTheTextOfTheFailure) {
     Execute({L"-IN", Exchange(L"P.zip"), L"-M", L"job", L"-LOG", LogPath(), L"-PUB"});
     EXPECT_EQ(test::BytesOf(Exchange(L"job_ERROR")), "Can't insert metadata: 100 %s");
     EXPECT_FALSE(test::Exists(Exchange(L"job_DONE")));
-    EXPECT_THAT(LogText(), EndsWith("'\r\nERROR: Can't insert metadata: 100 %s"));
+    EXPECT_THAT(LogText(), EndsWith("\r\nERROR: Can't insert metadata: 100 %s"));
     EXPECT_THAT(LogText(), Not(HasSubstr("SUCCESS")));
     EXPECT_EQ(m_output, "");
 }
 
 TEST_F(FailedRun, IsPrintedWithoutStatusFiles) {
-    m_whileProcessing = [] { throw L"Can't open project"; };
     Execute({L"-IN", Exchange(L"P.zip"), L"-PUB"});
-    EXPECT_EQ(m_output, "Can't open project\n");
+    EXPECT_EQ(m_output, "Couldn't create KVAdmin\n");
 }
 
-TEST_F(FailedRun, IsToldToTheClientAndLeavesAnEmptyErrorFile) {
-    m_whileProcessing = [] { throw L"Can't open project"; };
-    m_whileNotifying = [this](const std::wstring&) {
-        EXPECT_THAT(LogText(), EndsWith("ERROR: Can't open project"));
+TEST_F(FailedRun, IsReportedToTheClientAndLeavesAnEmptyErrorFile) {
+    test::FakeClient client;
+    client.Serve(ExchangeFolder());
+    client.whileReceiving = [this](const std::string&) {
+        EXPECT_THAT(LogText(), EndsWith("ERROR: Couldn't create KVAdmin"));
         EXPECT_EQ(test::BytesOf(Exchange(L"job_ERROR")), "");
     };
     Execute({L"-IN", Exchange(L"P.zip"), L"-M", L"job", L"-LOG", LogPath(), L"-S", L"-PUB"});
-    EXPECT_THAT(m_calls, ElementsAre(L"process P", L"notify MESSAGE Can't open project",
-                                     L"notify STATUS FAILED", L"notify CLOSE P"));
+    EXPECT_THAT(client.Messages(),
+                ElementsAre("MESSAGE|Couldn't create KVAdmin", "STATUS|FAILED", "CLOSE|P"));
     EXPECT_EQ(test::BytesOf(Exchange(L"job_ERROR")), "");
     EXPECT_EQ(m_output, "");
 }
 
-TEST_F(FailedRun, IsToldOnceMoreWhenThePipelineReportedAnErrorItself) {
-    m_whileProcessing = [this] {
-        m_app.LogError(L"detail");
-        throw L"Can't load specification - aborting...";
-    };
+TEST_F(FailedRun, IsReportedOnceMoreWhenThePipelineReportedAnErrorItself) {
+    m_whileProcessing = [this] { m_app.LogError(L"detail"); };
     Execute({L"-IN", Exchange(L"P.zip"), L"-M", L"job", L"-PUB"});
-    EXPECT_EQ(test::BytesOf(Exchange(L"job_ERROR")),
-              "detailCan't load specification - aborting...");
+    EXPECT_EQ(test::BytesOf(Exchange(L"job_ERROR")), "detailCouldn't create KVAdmin");
 }
 
 TEST_F(FailedRun, HasTheComponentsDescription) {
@@ -147,13 +138,15 @@ TEST_F(FailedRun, HasTheComponentsDescription) {
     EXPECT_EQ(test::BytesOf(Exchange(L"job_ERROR")), "Refused ?.");
 }
 
-TEST_F(FailedRun, OfAnUnknownKindIsNotReported) {
+TEST_F(FailedRun, OfAnUnknownTypeIsNotReported) {
+    test::FakeClient client;
+    client.Serve(ExchangeFolder());
     m_whileProcessing = [] { throw 5; };
     EXPECT_THROW(
         Execute({L"-IN", Exchange(L"P.zip"), L"-M", L"job", L"-LOG", LogPath(), L"-S", L"-PUB"}),
         int);
     EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
-    EXPECT_THAT(m_calls, ElementsAre(L"process P"));
+    EXPECT_THAT(client.Messages(), IsEmpty());
     EXPECT_EQ(test::BytesOf(Exchange(L"job_ERROR")), "");
     EXPECT_THAT(LogText(), Not(HasSubstr("ERROR")));
     EXPECT_THAT(LogText(), Not(HasSubstr("SUCCESS")));

@@ -34,9 +34,8 @@ TEST_F(Program, EndsWith0AfterASuccess) {
 }
 
 TEST_F(Program, EndsWith0AfterAFailure) {
-    m_whileProcessing = [] { throw L"Can't open project"; };
     EXPECT_EQ(RunWith(true, {L"Z.exe", L"-IN", Exchange(L"P.zip"), L"-PUB"}), 0);
-    EXPECT_EQ(m_output, "Can't open project\n");
+    EXPECT_EQ(m_output, "Couldn't create KVAdmin\n");
 }
 
 class AbnormalEnd : public Program {
@@ -56,7 +55,7 @@ class AbnormalEnd : public Program {
     }
 };
 
-TEST_F(AbnormalEnd, FollowsAnExceptionOfNoKnownKindAtOnceAndWithoutAWord) {
+TEST_F(AbnormalEnd, FollowsAnExceptionOfUnknownTypeAtOnceAndSilently) {
     EXPECT_EXIT(RunInto([] { throw std::bad_alloc(); }), testing::ExitedWithCode(3), "^$");
     EXPECT_EXIT(RunInto([] { throw 5; }), testing::ExitedWithCode(3), "^$");
     EXPECT_EXIT(RunInto([] { AfxThrowMemoryException(); }), testing::ExitedWithCode(3), "^$");

@@ -1,4 +1,4 @@
-#include "app/StatusFiles.h"
+#include "app/Outcome.h"
 
 #include "tests/support/Files.h"
 #include "tests/support/Isolation.h"
@@ -17,7 +17,7 @@ class StatusFiles : public testing::Test {
     test::TemporaryFolder m_folder;
 };
 
-TEST_F(StatusFiles, TellOfARunningJobByAnEmptyErrorFile) {
+TEST_F(StatusFiles, ShowARunningJobByAnEmptyErrorFile) {
     MarkRunning(Base());
     EXPECT_EQ(Error(), "");
     EXPECT_EQ(Done(), "(no file)");
@@ -40,14 +40,14 @@ TEST_F(StatusFiles, StayAsTheyAreWhereTheFileSystemRefuses) {
     EXPECT_TRUE(std::filesystem::is_directory(DonePath()));
 }
 
-TEST_F(StatusFiles, TellWhyAJobFailed) {
+TEST_F(StatusFiles, HoldTheTextOfAFailure) {
     MarkRunning(Base());
     AppendFailure(Base(), L"one");
     AppendFailure(Base(), L"two\n");
     EXPECT_EQ(Error(), "onetwo\r\n");
 }
 
-TEST_F(StatusFiles, TellOfSuccessByTheDoneFileAlone) {
+TEST_F(StatusFiles, ShowSuccessByTheDoneFileAlone) {
     MarkRunning(Base());
     MarkSucceeded(Base());
     EXPECT_EQ(Error(), "(no file)");

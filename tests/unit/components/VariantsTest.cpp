@@ -131,32 +131,5 @@ TEST(ClearVariant, RaisesTheResultCodeWhereItFails) {
     SafeArrayUnlock(value.parray);
 }
 
-TEST(ConvertVariant, ChangesTheTypeInItsPlace) {
-    _variant_t value(12L);
-    EXPECT_TRUE(ConvertVariant(value, VT_BSTR));
-    ASSERT_EQ(value.vt, VT_BSTR);
-    EXPECT_STREQ(value.bstrVal, L"12");
-}
-
-TEST(ConvertVariant, LeavesNothingAsItIs) {
-    _variant_t empty;
-    EXPECT_FALSE(ConvertVariant(empty, VT_DISPATCH));
-    EXPECT_EQ(empty.vt, VT_EMPTY);
-    _variant_t null;
-    null.vt = VT_NULL;
-    EXPECT_FALSE(ConvertVariant(null, VT_BSTR));
-}
-
-TEST(ConvertVariant, RaisesTheResultCodeWhereItFails) {
-    _variant_t value(L"no object");
-    try {
-        ConvertVariant(value, VT_DISPATCH);
-        ADD_FAILURE() << "nothing was raised";
-    } catch (COleException* failure) {
-        EXPECT_EQ(failure->m_sc, DISP_E_TYPEMISMATCH);
-        failure->Delete();
-    }
-}
-
 } // namespace
 } // namespace zt::test

@@ -1,6 +1,5 @@
-#include "config/LoadConfiguration.h"
+#include "config/Configuration.h"
 
-#include "app/ZTInvisible.h"
 #include "framework/String.h"
 #include "tests/support/FakeKernel.h"
 #include "tests/support/Fixtures.h"
@@ -21,18 +20,17 @@ class ConfigurationFile : public testing::Test {
   protected:
     ConfigurationFile() {
         m_kernel.Return<KernelAdmin::SetProjectsLocation>(S_OK);
-        m_app.m_pKernelAdmin = m_kernel.Get();
-        m_app.m_bstrPublicationLocation = L"before";
+        m_publicationLocation = L"before";
     }
     HRESULT LoadBytes(std::string_view bytes) {
         m_calls.clear();
         WriteFile(m_path, bytes);
-        return LoadConfiguration(m_app, m_path.c_str());
+        return ReadConfiguration(m_path.c_str(), m_kernel.Get(), m_publicationLocation);
     }
     // The text that loading the path raises; none when it raises no composed text.
     std::optional<std::wstring> TextRaisedFor(const wchar_t* path) {
         try {
-            LoadConfiguration(m_app, path);
+            ReadConfiguration(path, m_kernel.Get(), m_publicationLocation);
         } catch (const CString& text) {
             return text.GetString();
         }
@@ -41,7 +39,7 @@ class ConfigurationFile : public testing::Test {
 
     CallList m_calls;
     FakeObject<KernelAdmin> m_kernel{m_calls};
-    CZTInvisible m_app;
+    _bstr_t m_publicationLocation;
     TemporaryFolder m_folder;
     const std::wstring m_path = m_folder.Path(L"site.cfg");
 };
@@ -54,7 +52,7 @@ TEST_F(ConfigurationFile, GivesTheLocationsOfProjectsAndPublications) {
               S_OK);
     EXPECT_THAT(m_calls,
                 ElementsAre("KernelAdmin.SetProjectsLocation(\"C:\\projects\\\xC3\xA4\")"));
-    EXPECT_STREQ(m_app.m_bstrPublicationLocation, L"%TEMP%\\pub");
+    EXPECT_STREQ(m_publicationLocation, L"%TEMP%\\pub");
 }
 
 TEST_F(ConfigurationFile, GivesTheWholeTextOfAnElement) {
@@ -63,23 +61,14 @@ TEST_F(ConfigurationFile, GivesTheWholeTextOfAnElement) {
                         "</configuration>"),
               S_OK);
     EXPECT_THAT(m_calls, ElementsAre("KernelAdmin.SetProjectsLocation(\"C:\\a & <b>\")"));
-    EXPECT_STREQ(m_app.m_bstrPublicationLocation, L"d:\\xy");
+    EXPECT_STREQ(m_publicationLocation, L"d:\\xy");
 }
 
 TEST_F(ConfigurationFile, GivesTheFirstElementOfAName) {
     LoadBytes("<configuration><proj-location>a</proj-location><proj-location>b</proj-location>"
               "<pub-location>c</pub-location><pub-location>d</pub-location></configuration>");
     EXPECT_THAT(m_calls, ElementsAre("KernelAdmin.SetProjectsLocation(\"a\")"));
-    EXPECT_STREQ(m_app.m_bstrPublicationLocation, L"c");
-}
-
-TEST_F(ConfigurationFile, IsReadWithoutRegardToTheLanguage) {
-    m_app.m_bstrLanguage = L"de";
-    LoadBytes("<configuration lang=\"en\"><proj-location>en</proj-location>"
-              "<configuration lang=\"de\"><proj-location>de</proj-location></configuration>"
-              "</configuration>");
-    EXPECT_THAT(m_calls, ElementsAre("KernelAdmin.SetProjectsLocation(\"en\")"));
-    EXPECT_STREQ(m_app.m_bstrLanguage, L"de");
+    EXPECT_STREQ(m_publicationLocation, L"c");
 }
 
 TEST_F(ConfigurationFile, WithoutLocationsGivesTheKernelANullText) {
@@ -90,14 +79,14 @@ TEST_F(ConfigurationFile, WithoutLocationsGivesTheKernelANullText) {
                               "<configuration><Proj-Location>a</Proj-Location></configuration>"}) {
         EXPECT_EQ(LoadBytes(bytes), S_OK) << bytes;
         EXPECT_THAT(m_calls, ElementsAre("KernelAdmin.SetProjectsLocation(null)")) << bytes;
-        EXPECT_STREQ(m_app.m_bstrPublicationLocation, L"before") << bytes;
+        EXPECT_STREQ(m_publicationLocation, L"before") << bytes;
     }
 }
 
 TEST_F(ConfigurationFile, WithEmptyLocationsGivesEmptyTexts) {
     LoadBytes("<configuration><proj-location/><pub-location/></configuration>");
     EXPECT_THAT(m_calls, ElementsAre("KernelAdmin.SetProjectsLocation(\"\")"));
-    EXPECT_STREQ(m_app.m_bstrPublicationLocation, L"");
+    EXPECT_STREQ(m_publicationLocation, L"");
 }
 
 TEST_F(ConfigurationFile, ReturnsWhatTheKernelReturned) {
@@ -115,13 +104,13 @@ TEST_F(ConfigurationFile, IsRaisedWhenTheKernelRefusesTheProjectsLocation) {
     }
     EXPECT_STREQ(raised, L"Projects location cannot be set.");
     // It was stored before the kernel was asked.
-    EXPECT_STREQ(m_app.m_bstrPublicationLocation, L"d:\\pub");
+    EXPECT_STREQ(m_publicationLocation, L"d:\\pub");
 }
 
 TEST_F(ConfigurationFile, StoresThePublicationLocationBeforeItAsksTheKernel) {
     std::wstring seen;
     m_kernel.On<KernelAdmin::SetProjectsLocation>([&](BSTR) {
-        seen = m_app.m_bstrPublicationLocation;
+        seen = m_publicationLocation;
         return S_OK;
     });
     LoadBytes("<configuration><pub-location>d:\\pub</pub-location></configuration>");
@@ -137,7 +126,7 @@ TEST_F(ConfigurationFile, IsRaisedWhenItIsMissing) {
     const std::wstring longPath = m_folder.Path(std::wstring(300, L'x'));
     EXPECT_EQ(TextRaisedFor(longPath.c_str()), L"Configuration file does not exist: " + longPath);
     EXPECT_THAT(m_calls, IsEmpty());
-    EXPECT_STREQ(m_app.m_bstrPublicationLocation, L"before");
+    EXPECT_STREQ(m_publicationLocation, L"before");
 }
 
 TEST_F(ConfigurationFile, IsRaisedWhenItIsNoXml) {
@@ -155,7 +144,7 @@ TEST_F(ConfigurationFile, IsRaisedWhenItIsNoXml) {
             << bytes;
     }
     EXPECT_THAT(m_calls, IsEmpty());
-    EXPECT_STREQ(m_app.m_bstrPublicationLocation, L"before");
+    EXPECT_STREQ(m_publicationLocation, L"before");
 }
 
 TEST_F(ConfigurationFile, IsRaisedWhenItIsAFolder) {

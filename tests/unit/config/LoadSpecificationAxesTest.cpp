@@ -8,8 +8,8 @@ class SpecificationAxes : public SpecificationTest {
   protected:
     SpecificationAxes() {
         Catalogue("<models><axes id=\"std\"><vrmlfile>std axes.wrl</vrmlfile></axes></models>");
-        m_app.m_bstrAxesModelPath = L"old.wrl";
-        m_app.m_axesPosition = 0x11112222;
+        m_axesModelPath = L"old.wrl";
+        m_axesPosition = 0x11112222;
     }
     void LoadWith(const std::string& word, const std::string& axis) {
         Describe("<configuration class=\"" + word + "\">" + axis + "</configuration>");
@@ -17,36 +17,36 @@ class SpecificationAxes : public SpecificationTest {
     }
     std::uint32_t PositionWith(const std::string& attributes) {
         LoadWith("IPC", "<axis " + attributes + ">std</axis>");
-        return m_app.m_axesPosition;
+        return m_axesPosition;
     }
 };
 
 TEST_F(SpecificationAxes, AreLookedUpInTheCatalogue) {
     for (const char* word : {"IPC", "PROC", "TRNG", "ILLUS"}) {
-        m_app.m_bstrAxesModelPath = L"old.wrl";
+        m_axesModelPath = L"old.wrl";
         LoadWith(word, "<axis xpos=\"1\" ypos=\"2\">std</axis>");
-        EXPECT_STREQ(m_app.m_bstrAxesModelPath, L"std axes.wrl") << word;
-        EXPECT_EQ(m_app.m_axesPosition, 0x00020001U) << word;
+        EXPECT_STREQ(m_axesModelPath, L"std axes.wrl") << word;
+        EXPECT_EQ(m_axesPosition, 0x00020001U) << word;
     }
 }
 
 TEST_F(SpecificationAxes, AreNamedAfterTheirIdOutsideTheCatalogue) {
     LoadWith("PROC", "<axis>other</axis>");
-    EXPECT_STREQ(m_app.m_bstrAxesModelPath, L"other.wrl");
+    EXPECT_STREQ(m_axesModelPath, L"other.wrl");
     LoadWith("PROC", "<axis/>");
-    EXPECT_STREQ(m_app.m_bstrAxesModelPath, L".wrl");
+    EXPECT_STREQ(m_axesModelPath, L".wrl");
 }
 
 TEST_F(SpecificationAxes, AreResetWhenTheSpecificationHasNone) {
     LoadWith("PROC", "");
-    EXPECT_EQ(m_app.m_bstrAxesModelPath.length(), 0U);
-    EXPECT_EQ(m_app.m_axesPosition, 0x000F0055U);
+    EXPECT_EQ(m_axesModelPath.length(), 0U);
+    EXPECT_EQ(m_axesPosition, 0x000F0055U);
 }
 
 TEST_F(SpecificationAxes, AreLeftAloneForAText) {
     LoadWith("TEXT", "<axis xpos=\"1\" ypos=\"2\">std</axis>");
-    EXPECT_STREQ(m_app.m_bstrAxesModelPath, L"old.wrl");
-    EXPECT_EQ(m_app.m_axesPosition, 0x11112222U);
+    EXPECT_STREQ(m_axesModelPath, L"old.wrl");
+    EXPECT_EQ(m_axesPosition, 0x11112222U);
 }
 
 TEST_F(SpecificationAxes, StandAtTheGivenPlace) {

@@ -92,7 +92,7 @@ TEST_F(HandlerLibraries, AreRegisteredForEveryClass) {
 TEST_F(HandlerLibraries, AreTakenFromTheLanguageSubfolderFirst) {
     Install(L"handler-good.dll", L"a.dll");
     Install(L"handler-good.dll", L"de\\a.dll");
-    m_app.m_bstrLanguage = L"de";
+    m_language = L"de";
     EXPECT_TRUE(LoadWith("TEXT", "<handlers><handler platform=\"x64\">a.dll</handler></handlers>"));
     EXPECT_THAT(Registered(), ElementsAre(L"de\\a.dll"));
 }
@@ -120,8 +120,8 @@ class KernelHandlers : public SpecificationHandlers {
     static constexpr char Both[] = "<seqnoHandler>Zt.Numbers</seqnoHandler>"
                                    "<notifyHandler>Zt.Notices</notifyHandler>";
     void DropHandlers() {
-        m_app.m_pSequenceNumberHandler.Reset();
-        m_app.m_pNotificationHandler.Reset();
+        m_sequenceNumberHandler.Reset();
+        m_notificationHandler.Reset();
     }
 
     FakeHandler m_numbers{m_calls, "numbers"};
@@ -142,8 +142,8 @@ TEST_F(KernelHandlers, AreCreatedAndGivenTheKernelBeforeTheTablesAreLoaded) {
                                 "numbers.Kernel = object (by reference)",
                                 "notices.Kernel = object (by reference)",
                                 "KernelAdmin.LoadRefTables(\"SPEC\\RefTables.xml\")"));
-        EXPECT_EQ(m_app.m_pSequenceNumberHandler.Get(), &m_numbers);
-        EXPECT_EQ(m_app.m_pNotificationHandler.Get(), &m_notices);
+        EXPECT_EQ(m_sequenceNumberHandler.Get(), &m_numbers);
+        EXPECT_EQ(m_notificationHandler.Get(), &m_notices);
         EXPECT_EQ(m_numbers.kernel, m_kernel.Get());
         EXPECT_EQ(m_notices.kernel, m_kernel.Get());
         EXPECT_EQ(m_numbers.References(), 1);
@@ -161,23 +161,23 @@ TEST_F(KernelHandlers, AreNotCreatedForOtherClasses) {
     for (const char* word : {"PROC", "TRNG", "TEXT"}) {
         EXPECT_TRUE(LoadWith(word, Both));
         EXPECT_THAT(m_numbersClass.Asked(), IsEmpty());
-        EXPECT_EQ(m_app.m_pSequenceNumberHandler, nullptr);
-        EXPECT_EQ(m_app.m_pNotificationHandler, nullptr);
+        EXPECT_EQ(m_sequenceNumberHandler, nullptr);
+        EXPECT_EQ(m_notificationHandler, nullptr);
     }
 }
 
 TEST_F(KernelHandlers, AreNotCreatedWithoutAName) {
     EXPECT_TRUE(LoadWith("IPC", "<seqnoHandler/>"));
-    EXPECT_EQ(m_app.m_pSequenceNumberHandler, nullptr);
-    EXPECT_EQ(m_app.m_pNotificationHandler, nullptr);
+    EXPECT_EQ(m_sequenceNumberHandler, nullptr);
+    EXPECT_EQ(m_notificationHandler, nullptr);
     EXPECT_THAT(Failures(), IsEmpty());
 }
 
 TEST_F(KernelHandlers, ThatAreUnknownAreLeftOut) {
     EXPECT_TRUE(LoadWith("IPC", "<seqnoHandler>Zt.No.Such.Class</seqnoHandler>"
                                 "<notifyHandler>Zt.Notices</notifyHandler>"));
-    EXPECT_EQ(m_app.m_pSequenceNumberHandler, nullptr);
-    EXPECT_EQ(m_app.m_pNotificationHandler.Get(), &m_notices);
+    EXPECT_EQ(m_sequenceNumberHandler, nullptr);
+    EXPECT_EQ(m_notificationHandler.Get(), &m_notices);
     EXPECT_THAT(Failures(), IsEmpty());
 }
 
@@ -186,8 +186,8 @@ TEST_F(KernelHandlers, ThatAreNotHandedOverAreLeftOut) {
     const TestClass nothing(L"Zt.Nothing", TestClass::GivesNothing());
     EXPECT_TRUE(LoadWith("IPC", "<seqnoHandler>Zt.Failing</seqnoHandler>"
                                 "<notifyHandler>Zt.Nothing</notifyHandler>"));
-    EXPECT_EQ(m_app.m_pSequenceNumberHandler, nullptr);
-    EXPECT_EQ(m_app.m_pNotificationHandler, nullptr);
+    EXPECT_EQ(m_sequenceNumberHandler, nullptr);
+    EXPECT_EQ(m_notificationHandler, nullptr);
     EXPECT_THAT(Failures(), IsEmpty());
 }
 
@@ -195,8 +195,8 @@ TEST_F(KernelHandlers, AreKeptWhenTheyAnswerNoCallsByName) {
     m_numbers.dispatchResult = E_NOINTERFACE;
     m_notices.dispatchObject = false; // success without an object
     EXPECT_TRUE(LoadWith("IPC", Both));
-    EXPECT_EQ(m_app.m_pSequenceNumberHandler.Get(), &m_numbers);
-    EXPECT_EQ(m_app.m_pNotificationHandler.Get(), &m_notices);
+    EXPECT_EQ(m_sequenceNumberHandler.Get(), &m_numbers);
+    EXPECT_EQ(m_notificationHandler.Get(), &m_notices);
     EXPECT_THAT(CallsOn("numbers"), IsEmpty());
     EXPECT_THAT(Failures(), IsEmpty());
 }
@@ -206,8 +206,8 @@ TEST_F(KernelHandlers, AreKeptWhenTheyDoNotTakeTheKernel) {
     m_notices.putByReferenceResult = DISP_E_MEMBERNOTFOUND;
     m_notices.putResult = E_FAIL;
     EXPECT_TRUE(LoadWith("IPC", Both));
-    EXPECT_EQ(m_app.m_pSequenceNumberHandler.Get(), &m_numbers);
-    EXPECT_EQ(m_app.m_pNotificationHandler.Get(), &m_notices);
+    EXPECT_EQ(m_sequenceNumberHandler.Get(), &m_numbers);
+    EXPECT_EQ(m_notificationHandler.Get(), &m_notices);
     EXPECT_THAT(CallsOn("numbers"), IsEmpty());
     EXPECT_THAT(Calls(), testing::IsSupersetOf({"notices.Kernel = object (by reference)",
                                                 "notices.Kernel = object"}));
@@ -218,24 +218,24 @@ TEST_F(KernelHandlers, AreKeptWhenTheyDoNotTakeTheKernel) {
 
 TEST_F(SpecificationHandlers, StoreTheDocumentHandlerAsItStands) {
     for (const char* word : {"PROC", "TRNG", "TEXT"}) {
-        m_app.m_bstrDocumentHandler = L"old";
+        m_documentHandler = L"old";
         EXPECT_TRUE(LoadWith(word, "<docHandler>Zt Doc;%s \"x\"</docHandler>"));
-        EXPECT_STREQ(m_app.m_bstrDocumentHandler, L"Zt Doc;%s \"x\"") << word;
+        EXPECT_STREQ(m_documentHandler, L"Zt Doc;%s \"x\"") << word;
     }
     EXPECT_TRUE(LoadWith("TEXT", "<docHandler/>"));
-    EXPECT_STREQ(m_app.m_bstrDocumentHandler, L"");
+    EXPECT_STREQ(m_documentHandler, L"");
 }
 
 TEST_F(SpecificationHandlers, LeaveTheDocumentHandlerAloneWhereThereIsNone) {
-    m_app.m_bstrDocumentHandler = L"old";
+    m_documentHandler = L"old";
     EXPECT_TRUE(LoadWith("TEXT", ""));
-    EXPECT_STREQ(m_app.m_bstrDocumentHandler, L"old");
+    EXPECT_STREQ(m_documentHandler, L"old");
 }
 
 TEST_F(SpecificationHandlers, AreNotReadForCataloguesAndIllustrations) {
     for (const char* word : {"IPC", "ILLUS"}) {
         EXPECT_TRUE(LoadWith(word, "<docHandler>new</docHandler>"));
-        EXPECT_EQ(m_app.m_bstrDocumentHandler.length(), 0U) << word;
+        EXPECT_EQ(m_documentHandler.length(), 0U) << word;
     }
 }
 
@@ -248,7 +248,7 @@ class ExportHandlers : public SpecificationHandlers {
         m_handler.Answer(IID_ScriptExporter, m_exporter.Get());
         m_exporter.Return<ScriptExporter::LoadScript>(S_OK);
     }
-    void TearDown() override { m_app.m_pExportHandler.Reset(); }
+    void TearDown() override { m_exportHandler.Reset(); }
 
     FakeObject<ExportHandler> m_handler{m_calls};
     FakeObject<ScriptExporter> m_exporter{m_calls};
@@ -267,7 +267,7 @@ TEST_F(ExportHandlers, LoadTheirScriptBeforeTheMetadata) {
                                 "KernelAdmin.GetSpecificationFolder()",
                                 "KernelAdmin.LoadMetadata(\"SPEC\\Metadata.xml\")"))
             << word;
-        EXPECT_EQ(m_app.m_pExportHandler.Get(), m_handler.Get());
+        EXPECT_EQ(m_exportHandler.Get(), m_handler.Get());
         EXPECT_EQ(m_handler.References(), 1);
         EXPECT_EQ(m_exporter.References(), 0);
     }
@@ -280,7 +280,7 @@ TEST_F(ExportHandlers, AreAskedForTheirOwnInterfaceAtTheirCreation) {
 
 TEST_F(ExportHandlers, TakeTheScriptFromTheLanguageSubfolderFirst) {
     WriteFile(SpecPath(L"de\\export.xsl"), "script");
-    m_app.m_bstrLanguage = L"de";
+    m_language = L"de";
     EXPECT_TRUE(LoadWith("TEXT", "<exportHandler script=\"export.xsl\">Zt.Export</exportHandler>"));
     EXPECT_THAT(CallsOn("ScriptExporter"),
                 ElementsAre("ScriptExporter.LoadScript(\"SPEC\\de\\export.xsl\")"));
@@ -290,7 +290,7 @@ TEST_F(ExportHandlers, AreKeptWithoutAScript) {
     for (const char* element : {"<exportHandler>Zt.Export</exportHandler>",
                                 "<exportHandler script=\"\">Zt.Export</exportHandler>"}) {
         EXPECT_TRUE(LoadWith("TEXT", element));
-        EXPECT_EQ(m_app.m_pExportHandler.Get(), m_handler.Get()) << element;
+        EXPECT_EQ(m_exportHandler.Get(), m_handler.Get()) << element;
         EXPECT_THAT(CallsOn("ScriptExporter"), IsEmpty()) << element;
     }
 }
@@ -298,7 +298,7 @@ TEST_F(ExportHandlers, AreKeptWithoutAScript) {
 TEST_F(ExportHandlers, AreDroppedWhenTheyRefuseTheirScript) {
     m_exporter.Return<ScriptExporter::LoadScript>(E_FAIL);
     EXPECT_TRUE(LoadWith("TEXT", "<exportHandler script=\"export.xsl\">Zt.Export</exportHandler>"));
-    EXPECT_EQ(m_app.m_pExportHandler, nullptr);
+    EXPECT_EQ(m_exportHandler, nullptr);
     EXPECT_EQ(m_handler.References(), 0);
     EXPECT_THAT(Failures(), IsEmpty());
     EXPECT_EQ(Calls().back(), "KernelAdmin.LoadMetadata(\"SPEC\\Metadata.xml\")");
@@ -313,10 +313,10 @@ TEST_F(ExportHandlers, AreKeptWhenTheyTakeNoScripts) {
     for (FakeObject<ExportHandler>* handler : {&plain, &hollow}) {
         const TestClass given(L"Zt.Plain", TestClass::Gives(handler->Get()));
         EXPECT_TRUE(LoadWith("TEXT", "<exportHandler script=\"e.xsl\">Zt.Plain</exportHandler>"));
-        EXPECT_EQ(m_app.m_pExportHandler.Get(), handler->Get());
+        EXPECT_EQ(m_exportHandler.Get(), handler->Get());
         EXPECT_THAT(Failures(), IsEmpty());
     }
-    m_app.m_pExportHandler.Reset();
+    m_exportHandler.Reset();
 }
 
 TEST_F(ExportHandlers, ThatCannotBeCreatedAreLeftOut) {
@@ -327,7 +327,7 @@ TEST_F(ExportHandlers, ThatCannotBeCreatedAreLeftOut) {
     for (const char* progId : {"Zt.No.Such.Class", "Zt.Other", "Zt.Failing", "Zt.Nothing", ""}) {
         EXPECT_TRUE(LoadWith("TEXT", std::string("<exportHandler script=\"e.xsl\">") + progId +
                                          "</exportHandler>"));
-        EXPECT_EQ(m_app.m_pExportHandler, nullptr) << progId;
+        EXPECT_EQ(m_exportHandler, nullptr) << progId;
         EXPECT_THAT(CallsOn("ScriptExporter"), IsEmpty()) << progId;
         EXPECT_THAT(Failures(), IsEmpty()) << progId;
     }
@@ -335,14 +335,14 @@ TEST_F(ExportHandlers, ThatCannotBeCreatedAreLeftOut) {
 
 TEST_F(ExportHandlers, AreNotCreatedWhereNoneIsNamed) {
     EXPECT_TRUE(LoadWith("TEXT", ""));
-    EXPECT_EQ(m_app.m_pExportHandler, nullptr);
+    EXPECT_EQ(m_exportHandler, nullptr);
     EXPECT_THAT(m_class.Asked(), IsEmpty());
 }
 
 TEST_F(ExportHandlers, AreNotCreatedForCataloguesAndIllustrations) {
     for (const char* word : {"IPC", "ILLUS"}) {
         EXPECT_TRUE(LoadWith(word, "<exportHandler script=\"e.xsl\">Zt.Export</exportHandler>"));
-        EXPECT_EQ(m_app.m_pExportHandler, nullptr) << word;
+        EXPECT_EQ(m_exportHandler, nullptr) << word;
         EXPECT_THAT(m_class.Asked(), IsEmpty()) << word;
     }
 }

@@ -1,4 +1,4 @@
-// What the kernel is told to load for a specification, and what follows from a refusal.
+// What the kernel has to load for a specification, and what follows from a refusal.
 #include "tests/support/SpecificationFixture.h"
 
 namespace zt::test {
@@ -16,7 +16,7 @@ class SpecificationLibraries : public SpecificationTest {
 
 // ---- what is loaded for each class ----
 
-TEST_F(SpecificationLibraries, TellsTheKernelTheFolderInFull) {
+TEST_F(SpecificationLibraries, GivesTheKernelTheWholeFolder) {
     DescribeClass("TEXT");
     EXPECT_TRUE(Load());
     EXPECT_EQ(m_folder, m_data.Path() + L"\\Morvenit\\KVProductFamily\\IPCCFG\\S");

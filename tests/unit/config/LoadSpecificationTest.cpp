@@ -39,7 +39,7 @@ TEST_F(LoadSpecificationTest, MissesTheDescriptionFileBeforeTheFolder) {
 
 TEST_F(LoadSpecificationTest, LooksAtTheRootWhenTheDataFolderIsEmpty) {
     m_machine.SetText(L"Software\\Morvenit", L"ZeltorDataFolder", L"");
-    EXPECT_FALSE(LoadSpecification(m_app, L"no \"such\" %s S", L"1"));
+    EXPECT_FALSE(Load(L"1", L"no \"such\" %s S"));
     EXPECT_THAT(AllCalls(), ElementsAre("LogError(\"Specification cfg-file does not exist: "
                                         "\\Morvenit\\KVProductFamily\\IPCCFG\\"
                                         "no \"such\" %s S.cfg\")"));
@@ -171,19 +171,19 @@ TEST_F(LoadSpecificationTest, TakesTheConfigurationOfTheRunsLanguage) {
     };
     Describe(TwoLanguages);
     for (const auto& rule : rules) {
-        m_app.m_bstrLanguage = rule.language;
+        m_language = rule.language;
         EXPECT_TRUE(Load());
-        EXPECT_EQ(m_app.m_specificationClass, rule.expected) << ToUtf8(rule.language, -1);
-        EXPECT_STREQ(m_app.m_bstrLanguage, rule.language);
+        EXPECT_EQ(m_class, rule.expected) << ToUtf8(rule.language, -1);
+        EXPECT_STREQ(m_language, rule.language);
     }
 }
 
 TEST_F(LoadSpecificationTest, TakesTheFirstConfigurationOfTheLanguageWhereverItStands) {
     Describe("<all><a><configuration lang=\"de\" class=\"TRNG\"/></a>"
              "<configuration lang=\"de\" class=\"PROC\"/></all>");
-    m_app.m_bstrLanguage = L"de";
+    m_language = L"de";
     EXPECT_TRUE(Load());
-    EXPECT_EQ(m_app.m_specificationClass, SpecificationClass::Trng);
+    EXPECT_EQ(m_class, SpecificationClass::Trng);
 }
 
 TEST_F(LoadSpecificationTest, TakesTheRootForALanguageThatCannotBeSelected) {
@@ -196,10 +196,10 @@ TEST_F(LoadSpecificationTest, TakesTheRootForALanguageThatCannotBeSelected) {
                        L"e"),
           std::wstring(L"]"), std::wstring(L"\\"), std::wstring(1, L'\xD800'),
           std::wstring(30'000, L'x'), std::wstring(30'000, L'"')}) {
-        m_app.m_bstrLanguage = hostile.c_str();
-        m_app.m_specificationClass = SpecificationClass::Ipc;
+        m_language = hostile.c_str();
+        m_class = SpecificationClass::Ipc;
         EXPECT_TRUE(Load());
-        EXPECT_EQ(m_app.m_specificationClass, SpecificationClass::Text);
+        EXPECT_EQ(m_class, SpecificationClass::Text);
     }
     EXPECT_THAT(Failures(), IsEmpty());
 }
@@ -207,20 +207,20 @@ TEST_F(LoadSpecificationTest, TakesTheRootForALanguageThatCannotBeSelected) {
 TEST_F(LoadSpecificationTest, TakesTheRootsLanguageForTheRunWhenThereIsNone) {
     Describe(TwoLanguages);
     EXPECT_TRUE(Load());
-    EXPECT_EQ(m_app.m_specificationClass, SpecificationClass::Text);
-    EXPECT_STREQ(m_app.m_bstrLanguage, L"en");
+    EXPECT_EQ(m_class, SpecificationClass::Text);
+    EXPECT_STREQ(m_language, L"en");
 }
 
 TEST_F(LoadSpecificationTest, LeavesTheRunWithoutALanguageWhenTheConfigurationHasNone) {
     DescribeClass("TEXT");
     EXPECT_TRUE(Load());
-    EXPECT_EQ(m_app.m_bstrLanguage.length(), 0U);
+    EXPECT_EQ(m_language.length(), 0U);
 }
 
 TEST_F(LoadSpecificationTest, SetsTheLanguageOnlyOnceTheVersionFits) {
     Describe(TwoLanguages);
     EXPECT_FALSE(Load(L"2"));
-    EXPECT_EQ(m_app.m_bstrLanguage.length(), 0U);
+    EXPECT_EQ(m_language.length(), 0U);
 }
 
 // ---- class ----
@@ -237,7 +237,7 @@ TEST_F(LoadSpecificationTest, KnowsFiveClasses) {
     for (const auto& rule : rules) {
         DescribeClass(rule.word);
         EXPECT_TRUE(Load()) << rule.word;
-        EXPECT_EQ(m_app.m_specificationClass, rule.expected) << rule.word;
+        EXPECT_EQ(m_class, rule.expected) << rule.word;
     }
 }
 
@@ -250,15 +250,15 @@ TEST_F(LoadSpecificationTest, FailsForAnUnknownClass) {
           "<configuration lang=\"en\" class=\"IPCX\"/>",
           "<configuration lang=\"en\"><class>IPC</class></configuration>"}) {
         m_calls.clear();
-        m_app.m_bstrLanguage = L"";
-        m_app.m_specificationClass = SpecificationClass::Trng;
+        m_language = L"";
+        m_class = SpecificationClass::Trng;
         Describe(bytes);
         EXPECT_FALSE(Load()) << bytes;
         // The language and the kernel's folder are set by then.
         EXPECT_THAT(AllCalls(), ElementsAre("KernelAdmin.PutSpecificationFolder(\"SPEC\")",
                                             "LogError(\"Project specification class unknown\")"));
-        EXPECT_STREQ(m_app.m_bstrLanguage, L"en");
-        EXPECT_EQ(m_app.m_specificationClass, SpecificationClass::Trng);
+        EXPECT_STREQ(m_language, L"en");
+        EXPECT_EQ(m_class, SpecificationClass::Trng);
     }
 }
 

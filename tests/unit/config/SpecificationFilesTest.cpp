@@ -1,5 +1,6 @@
 #include "config/SpecificationFiles.h"
 
+#include "components/Values.h"
 #include "tests/support/SpecificationFixture.h"
 
 namespace zt::test {
@@ -8,46 +9,45 @@ namespace {
 class SpecificationFiles : public SpecificationTest {
   protected:
     SpecificationFiles() { m_folder = SpecPath(); }
+    _bstr_t Resolve(const wchar_t* fileName) {
+        return ResolveSpecificationFile(m_kernel.Get(), OrEmpty(m_language), fileName);
+    }
 };
 
 TEST_F(SpecificationFiles, LieInTheFolderWithoutALanguage) {
-    EXPECT_EQ(std::wstring(ResolveSpecificationFile(m_app, L"Types.xml")), SpecPath(L"Types.xml"));
+    EXPECT_EQ(std::wstring(Resolve(L"Types.xml")), SpecPath(L"Types.xml"));
 }
 
 TEST_F(SpecificationFiles, LieInTheLanguageSubfolderWhereTheyAreThere) {
     WriteFile(SpecPath(L"de\\Types.xml"), "");
-    m_app.m_bstrLanguage = L"de";
-    EXPECT_EQ(std::wstring(ResolveSpecificationFile(m_app, L"Types.xml")),
-              SpecPath(L"de\\Types.xml"));
-    EXPECT_EQ(std::wstring(ResolveSpecificationFile(m_app, L"Metadata.xml")),
-              SpecPath(L"Metadata.xml"));
+    m_language = L"de";
+    EXPECT_EQ(std::wstring(Resolve(L"Types.xml")), SpecPath(L"de\\Types.xml"));
+    EXPECT_EQ(std::wstring(Resolve(L"Metadata.xml")), SpecPath(L"Metadata.xml"));
     // A folder of that name counts as well.
     std::filesystem::create_directory(SpecPath(L"de\\Metadata.xml"));
-    EXPECT_EQ(std::wstring(ResolveSpecificationFile(m_app, L"Metadata.xml")),
-              SpecPath(L"de\\Metadata.xml"));
+    EXPECT_EQ(std::wstring(Resolve(L"Metadata.xml")), SpecPath(L"de\\Metadata.xml"));
 }
 
 TEST_F(SpecificationFiles, WithWildcardsNeverLieInTheLanguageSubfolder) {
     WriteFile(SpecPath(L"de\\Types.xml"), "");
-    m_app.m_bstrLanguage = L"de";
-    EXPECT_EQ(std::wstring(ResolveSpecificationFile(m_app, L"*.xml")), SpecPath(L"*.xml"));
-    EXPECT_EQ(std::wstring(ResolveSpecificationFile(m_app, L"Type?.xml")), SpecPath(L"Type?.xml"));
+    m_language = L"de";
+    EXPECT_EQ(std::wstring(Resolve(L"*.xml")), SpecPath(L"*.xml"));
+    EXPECT_EQ(std::wstring(Resolve(L"Type?.xml")), SpecPath(L"Type?.xml"));
 }
 
 TEST_F(SpecificationFiles, OfAHostileLanguageLieInTheFolder) {
     for (const std::wstring& language :
          {std::wstring(L"?"), std::wstring(L"\""), std::wstring(L"<|>"), std::wstring(300, L'x'),
           std::wstring(30'000, L'x')}) {
-        m_app.m_bstrLanguage = language.c_str();
-        EXPECT_EQ(std::wstring(ResolveSpecificationFile(m_app, L"Types.xml")),
-                  SpecPath(L"Types.xml"));
+        m_language = language.c_str();
+        EXPECT_EQ(std::wstring(Resolve(L"Types.xml")), SpecPath(L"Types.xml"));
     }
 }
 
 TEST_F(SpecificationFiles, AreAskedOfTheKernelEachTime) {
-    ResolveSpecificationFile(m_app, L"Types.xml");
+    Resolve(L"Types.xml");
     m_folder = L"C:\\elsewhere";
-    EXPECT_STREQ(ResolveSpecificationFile(m_app, L"Types.xml"), L"C:\\elsewhere\\Types.xml");
+    EXPECT_STREQ(Resolve(L"Types.xml"), L"C:\\elsewhere\\Types.xml");
     EXPECT_THAT(m_calls, testing::ElementsAre("KernelAdmin.GetSpecificationFolder()",
                                               "KernelAdmin.GetSpecificationFolder()"));
 }
@@ -55,13 +55,11 @@ TEST_F(SpecificationFiles, AreAskedOfTheKernelEachTime) {
 TEST(ConfigurationElement, IsMissingWithAFailureCode) {
     const TemporaryFolder folder;
     WriteFile(folder.Path(L"a.xml"), "<other/>");
-    CZTInvisible app;
-    app.m_bstrLanguage = L"de";
     XmlDocument document;
     ASSERT_EQ(document.Create(), S_OK);
     ASSERT_TRUE(document.Load(folder.Path(L"a.xml").c_str()));
     XmlElement element;
-    EXPECT_EQ(SelectConfigurationElement(app, document, element), E_FAIL);
+    EXPECT_EQ(SelectConfigurationElement(L"de", document, element), E_FAIL);
     EXPECT_FALSE(element);
 }
 
@@ -69,13 +67,11 @@ TEST(ConfigurationElement, IsFoundByLanguageAnywhere) {
     const TemporaryFolder folder;
     WriteFile(folder.Path(L"a.xml"),
               "<other><configuration lang=\"de\">here</configuration></other>");
-    CZTInvisible app;
-    app.m_bstrLanguage = L"de";
     XmlDocument document;
     ASSERT_EQ(document.Create(), S_OK);
     ASSERT_TRUE(document.Load(folder.Path(L"a.xml").c_str()));
     XmlElement element;
-    EXPECT_EQ(SelectConfigurationElement(app, document, element), S_OK);
+    EXPECT_EQ(SelectConfigurationElement(L"de", document, element), S_OK);
     EXPECT_STREQ(element.Text(), L"here");
 }
 

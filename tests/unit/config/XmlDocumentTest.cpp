@@ -90,7 +90,7 @@ TEST(MessageWait, GivesUpAfterItsTime) {
     EXPECT_GE(GetTickCount64() - begin, 50U);
 }
 
-TEST(MessageWait, HandsOutTheMessagesOfItsThread) {
+TEST(MessageWait, PumpsTheMessagesOfItsThread) {
     static bool called = false;
     SetTimer(nullptr, 0, 10, [](HWND, UINT, UINT_PTR id, DWORD) {
         KillTimer(nullptr, id);

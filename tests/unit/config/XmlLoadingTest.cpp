@@ -1,6 +1,6 @@
 // How a document is made and loaded, seen from a parser that loads in its own time.
-#include "config/FindAxesModel.h"
-#include "config/LoadConfiguration.h"
+#include "config/Axes.h"
+#include "config/Configuration.h"
 #include "config/XmlDocument.h"
 #include "framework/String.h"
 #include "tests/support/SpecificationFixture.h"
@@ -181,7 +181,8 @@ TEST_F(MissingParser, FailsTheDocument) {
 TEST_F(MissingParser, FailsTheConfigurationByItsResultAlone) {
     const std::wstring path = m_data.Path(L"site.cfg");
     WriteFile(path, "<configuration/>");
-    ForEachMissingParser([&] { EXPECT_TRUE(FAILED(LoadConfiguration(m_app, path.c_str()))); });
+    ForEachMissingParser(
+        [&] { EXPECT_TRUE(FAILED(ReadConfiguration(path.c_str(), m_kernel.Get(), m_language))); });
     EXPECT_THAT(m_calls, testing::IsEmpty());
 }
 
@@ -197,11 +198,7 @@ TEST_F(MissingParser, FailsTheSpecificationAsAnInvalidFile) {
 
 TEST_F(MissingParser, LeavesTheAxesTheirId) {
     Catalogue("<models><axes id=\"std\"><vrmlfile>wrong.wrl</vrmlfile></axes></models>");
-    ForEachMissingParser([] {
-        _bstr_t path;
-        FindAxesModel(L"std", path.GetAddress());
-        EXPECT_STREQ(path, L"std.wrl");
-    });
+    ForEachMissingParser([] { EXPECT_EQ(FindAxesModel(L"std"), L"std.wrl"); });
 }
 
 } // namespace

@@ -59,7 +59,7 @@ TEST(FakeKernel, HandsTheArgumentsToTheAnswer) {
                                    "MetadataCollection.FindItem(object)"));
 }
 
-TEST(FakeKernel, AnswersOnlyTheInterfacesThatItWasToldOf) {
+TEST(FakeKernel, AnswersOnlyTheInterfacesThatItWasGiven) {
     CallList calls;
     FakeObject<ExportHandler> handler(calls);
     FakeObject<ScriptExporter> exporter(calls);

@@ -31,7 +31,7 @@ TEST(TestClass, IsCreatedByItsProgIdWhileItLives) {
               CO_E_CLASSSTRING);
 }
 
-TEST(TestClass, AnswersACreationAsTold) {
+TEST(TestClass, AnswersACreationAsSet) {
     const TestClass failing(L"ZT.Failing.1", TestClass::Fails(E_ACCESSDENIED));
     const TestClass empty(L"ZT.Empty.1", TestClass::GivesNothing());
     ComPtr<IUnknown> created;

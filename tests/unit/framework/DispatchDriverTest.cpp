@@ -1,65 +1,65 @@
 // What COleDispatchDriver holds.
 #include "framework/OleDispatchDriver.h"
 
-#include "tests/support/RecordingDispatch.h"
+#include "tests/support/FakeDispatch.h"
 #include "tests/support/TestClasses.h"
 
 #include <gtest/gtest.h>
 
 namespace {
 
-using zt::test::RecordingDispatch;
+using zt::test::FakeDispatch;
 using zt::test::TestClass;
 
 TEST(DispatchDriver, ReleasesWhatItTookOver) {
-    RecordingDispatch object;
+    FakeDispatch object;
     object.AddRef();
     {
         const COleDispatchDriver driver(&object);
         EXPECT_EQ(driver.m_lpDispatch, &object);
-        EXPECT_EQ(object.m_references, 1U);
+        EXPECT_EQ(object.References(), 1);
     }
-    EXPECT_EQ(object.m_references, 0U);
+    EXPECT_EQ(object.References(), 0);
 }
 
 TEST(DispatchDriver, DoesNotReleaseWhatItBorrowed) {
-    RecordingDispatch object;
+    FakeDispatch object;
     object.AddRef();
     { const COleDispatchDriver driver(&object, false); }
-    EXPECT_EQ(object.m_references, 1U);
+    EXPECT_EQ(object.Release(), 0u);
 }
 
 TEST(DispatchDriver, ReleasesWhatIsReplaced) {
-    RecordingDispatch first;
-    RecordingDispatch second;
+    FakeDispatch first;
+    FakeDispatch second;
     first.AddRef();
     second.AddRef();
     COleDispatchDriver driver(&first);
     driver.AttachDispatch(&second);
-    EXPECT_EQ(first.m_references, 0U);
+    EXPECT_EQ(first.References(), 0);
     driver.AttachDispatch(nullptr);
-    EXPECT_EQ(second.m_references, 0U);
+    EXPECT_EQ(second.References(), 0);
     EXPECT_EQ(driver.m_lpDispatch, nullptr);
 }
 
 TEST(DispatchDriver, HandsOverWhatItHeld) {
-    RecordingDispatch object;
+    FakeDispatch object;
     object.AddRef();
     COleDispatchDriver driver(&object);
     EXPECT_EQ(driver.DetachDispatch(), &object);
     EXPECT_EQ(driver.m_lpDispatch, nullptr);
-    EXPECT_EQ(object.m_references, 1U);
+    EXPECT_EQ(object.Release(), 0u);
 }
 
 TEST(DispatchDriver, CreatesTheObjectOfAProgId) {
-    RecordingDispatch object;
+    FakeDispatch object;
     const TestClass known(L"Zt.Framework.Known", TestClass::Gives(&object));
     COleDispatchDriver driver;
     EXPECT_TRUE(driver.CreateDispatch(L"Zt.Framework.Known"));
     EXPECT_EQ(driver.m_lpDispatch, &object);
-    EXPECT_EQ(object.m_references, 1U);
+    EXPECT_EQ(object.References(), 1);
     driver.ReleaseDispatch();
-    EXPECT_EQ(object.m_references, 0U);
+    EXPECT_EQ(object.References(), 0);
 }
 
 TEST(DispatchDriver, IsEmptyAfterACreationThatFailed) {
@@ -67,21 +67,21 @@ TEST(DispatchDriver, IsEmptyAfterACreationThatFailed) {
     const TestClass empty(L"Zt.Framework.Empty", TestClass::GivesNothing());
     for (const wchar_t* progId :
          {L"Zt.Framework.Failing", L"Zt.Framework.Empty", L"Zt.Framework.Unknown", L""}) {
-        RecordingDispatch earlier;
+        FakeDispatch earlier;
         earlier.AddRef();
         COleDispatchDriver driver(&earlier);
         EXPECT_FALSE(driver.CreateDispatch(progId));
         EXPECT_EQ(driver.m_lpDispatch, nullptr);
-        EXPECT_EQ(earlier.m_references, 0U);
+        EXPECT_EQ(earlier.References(), 0);
     }
 }
 
 // A component without automation.
-class Unscriptable : public RecordingDispatch {
+class Unscriptable : public FakeDispatch {
   public:
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override {
         if (iid == IID_IUnknown)
-            return RecordingDispatch::QueryInterface(iid, object);
+            return FakeDispatch::QueryInterface(iid, object);
         *object = nullptr;
         return E_NOINTERFACE;
     }
@@ -93,11 +93,11 @@ TEST(DispatchDriver, IsEmptyAfterTheCreationOfAnObjectWithoutAutomation) {
     COleDispatchDriver driver;
     EXPECT_FALSE(driver.CreateDispatch(L"Zt.Framework.Unscriptable"));
     EXPECT_EQ(driver.m_lpDispatch, nullptr);
-    EXPECT_EQ(object.m_references, 0U);
+    EXPECT_EQ(object.References(), 0);
 }
 
 // A component that can be run, and has automation only once it runs.
-class Runnable : public RecordingDispatch, public IRunnableObject {
+class Runnable : public FakeDispatch, public IRunnableObject {
   public:
     explicit Runnable(HRESULT outcome) : m_outcome(outcome) {}
 
@@ -112,8 +112,8 @@ class Runnable : public RecordingDispatch, public IRunnableObject {
         AddRef();
         return S_OK;
     }
-    ULONG STDMETHODCALLTYPE AddRef() override { return RecordingDispatch::AddRef(); }
-    ULONG STDMETHODCALLTYPE Release() override { return RecordingDispatch::Release(); }
+    ULONG STDMETHODCALLTYPE AddRef() override { return FakeDispatch::AddRef(); }
+    ULONG STDMETHODCALLTYPE Release() override { return FakeDispatch::Release(); }
     HRESULT STDMETHODCALLTYPE GetRunningClass(CLSID*) override { return E_NOTIMPL; }
     HRESULT STDMETHODCALLTYPE Run(IBindCtx* context) override {
         EXPECT_EQ(context, nullptr);
@@ -136,7 +136,7 @@ TEST(DispatchDriver, RunsAnObjectBeforeItAsksForAutomation) {
     COleDispatchDriver driver;
     EXPECT_TRUE(driver.CreateDispatch(L"Zt.Framework.Runnable"));
     EXPECT_EQ(driver.m_lpDispatch, static_cast<IDispatch*>(&object));
-    EXPECT_EQ(object.m_references, 1U);
+    EXPECT_EQ(object.References(), 1);
 }
 
 TEST(DispatchDriver, IsEmptyAfterTheCreationOfAnObjectThatDoesNotRun) {
@@ -146,7 +146,7 @@ TEST(DispatchDriver, IsEmptyAfterTheCreationOfAnObjectThatDoesNotRun) {
     COleDispatchDriver driver;
     EXPECT_FALSE(driver.CreateDispatch(L"Zt.Framework.NotRunning"));
     EXPECT_EQ(driver.m_lpDispatch, nullptr);
-    EXPECT_EQ(object.m_references, 0U);
+    EXPECT_EQ(object.References(), 0);
 }
 
 } // namespace

@@ -25,7 +25,7 @@ TEST_F(PipelineMetadata, IsSetInTheOrderOfTheNamesCharacterCodes) {
     wanted[L"B"] = {L"3", true};
     EXPECT_EQ(Run(), L"");
     std::vector<std::string> asked;
-    for (const std::string& call : Trace())
+    for (const std::string& call : calls)
         if (call.rfind("KernelProject.GetDeclaration", 0) == 0)
             asked.push_back(call);
     EXPECT_THAT(asked, ElementsAre("KernelProject.GetDeclaration(\"B\")",
@@ -141,7 +141,7 @@ TEST_F(PipelineMetadata, FailsWhereTheValueIsRefused) {
     EXPECT_EQ(metadata.References(), 0);
 }
 
-TEST_F(PipelineMetadata, ThatDoesNotChangeIsNeitherToldNorSaved) {
+TEST_F(PipelineMetadata, ThatDoesNotChangeIsNeitherLoggedNorSaved) {
     wanted[L"Title"] = {L"T", true};
     for (const HRESULT unchanged : {S_FALSE, static_cast<HRESULT>(0x00040000)}) {
         Returns<MetadataItem::SetValue>(item, unchanged);
@@ -152,7 +152,7 @@ TEST_F(PipelineMetadata, ThatDoesNotChangeIsNeitherToldNorSaved) {
     EXPECT_EQ(Count("KernelAdmin.SetSaveMode"), 0);
 }
 
-TEST_F(PipelineMetadata, WithPercentSignsAndQuotesIsToldAsItStands) {
+TEST_F(PipelineMetadata, WithPercentSignsAndQuotesIsLoggedAsItStands) {
     wanted[L"100%s 'x'"] = {L"%d%n \"y\"", true};
     EXPECT_EQ(Run(), L"");
     EXPECT_EQ(Count("log: Value of metadata '100%s 'x'' set to '%d%n \"y\"'"), 1);
@@ -173,7 +173,7 @@ TEST_F(PipelineMetadata, RaisesTheResultCodeWhereAValueCannotBeFreed) {
 
 // ---- rename ----
 
-TEST_F(PipelineChanges, ARenameIsToldAndSaved) {
+TEST_F(PipelineChanges, ARenameIsLoggedAndSaved) {
     request.newProjectName = L"Pump 2";
     EXPECT_EQ(Run(), L"");
     EXPECT_EQ(Count("KernelProject.Rename(\"Pump 2\")"), 1);
@@ -196,11 +196,11 @@ TEST_F(PipelineChanges, ARenameThatChangesNothingOrFailsIsSilent) {
 
 TEST_F(PipelineChanges, ADocumentWithAFolderIsAttachedAsItStands) {
     request.documentPath = L"C:\\docs\\a\\manual.xml";
-    app.m_bstrDocumentHandler = L"manual";
+    documentHandler = L"manual";
     EXPECT_EQ(Run(), L"");
     EXPECT_EQ(Count("KernelProject.AttachDocument(\"C:\\docs\\a\\manual.xml\", \"manual\")"), 1);
     EXPECT_EQ(Count("log: Document 'C:\\docs\\a\\manual.xml' attached to the project"), 1);
-    EXPECT_EQ(app.m_strDocumentFolder, L"C:\\docs\\a");
+    EXPECT_EQ(documentFolder, L"C:\\docs\\a");
     EXPECT_EQ(Count("log: Project saved"), 1);
 }
 
@@ -209,7 +209,7 @@ TEST_F(PipelineChanges, ADocumentWithoutAFolderIsTakenFromTheExchangeFolder) {
     EXPECT_EQ(Run(), L"");
     EXPECT_EQ(Count("KernelProject.AttachDocument(\"D:\\ex\\manual.xml\", null)"), 1);
     EXPECT_EQ(Count("log: Document 'manual.xml' attached to the project"), 1);
-    EXPECT_EQ(app.m_strDocumentFolder, L"D:\\ex");
+    EXPECT_EQ(documentFolder, L"D:\\ex");
 }
 
 TEST_F(PipelineChanges, ADocumentThatIsRefusedFailsWithItsFullPath) {
@@ -217,7 +217,7 @@ TEST_F(PipelineChanges, ADocumentThatIsRefusedFailsWithItsFullPath) {
     Returns<KernelProject::AttachDocument>(project, SomeFailure);
     EXPECT_EQ(Run(), L"Error attaching document: D:\\ex\\manual.xml");
     EXPECT_EQ(Count("log: Document"), 0);
-    EXPECT_EQ(app.m_strDocumentFolder, L"D:\\ex");
+    EXPECT_EQ(documentFolder, L"D:\\ex");
 }
 
 TEST_F(PipelineChanges, EverySuccessCodeOfAttachingCounts) {
@@ -230,7 +230,7 @@ TEST_F(PipelineChanges, EverySuccessCodeOfAttachingCounts) {
 // ---- save ----
 
 TEST_F(PipelineSave, FailsWhereNoArchiveIsCreated) {
-    app.m_bNewRevision = true;
+    request.newRevision = true;
     for (const _variant_t& nothing : {_variant_t(), _variant_t(static_cast<IDispatch*>(nullptr))}) {
         On<Administration::OpenArchive>(
             administration, [&](const Invocation& call, VARIANT* result, EXCEPINFO*) {
@@ -245,14 +245,14 @@ TEST_F(PipelineSave, FailsWhereNoArchiveIsCreated) {
 }
 
 TEST_F(PipelineSave, IgnoresAKernelThatRefusesTheSaveMode) {
-    app.m_bNewRevision = true;
+    request.newRevision = true;
     Returns<KernelAdmin::SetSaveMode>(admin, SomeFailure);
     EXPECT_EQ(Run(), L"");
     EXPECT_EQ(Count("log: Project saved to KVP file"), 1);
 }
 
 TEST_F(PipelineSave, RaisesARefusedExport) {
-    app.m_bNewRevision = true;
+    request.newRevision = true;
     On<Configuration::ExportProject>(configuration, Raise(L"Disk full."));
     EXPECT_EQ(Run(), L"OLE: Disk full.");
     EXPECT_EQ(Count("log: Project saved"), 0);
@@ -260,14 +260,14 @@ TEST_F(PipelineSave, RaisesARefusedExport) {
 }
 
 TEST_F(PipelineSave, RaisesARefusedAddition) {
-    app.m_bNewRevision = true;
+    request.newRevision = true;
     On<Archive::AddProject>(target, Succeed(SomeFailure));
     EXPECT_EQ(Run(), L"OLE: 0x80045678");
     EXPECT_EQ(Count("log: Project saved"), 0);
 }
 
 TEST_F(PipelineSave, AddsNothingWhereTheConfigurationHandsOverNothing) {
-    app.m_bNewRevision = true;
+    request.newRevision = true;
     On<Configuration::ExportProject>(configuration, Succeed());
     On<Archive::AddProject>(target, Succeed());
     EXPECT_EQ(Run(), L"");
@@ -277,7 +277,7 @@ TEST_F(PipelineSave, AddsNothingWhereTheConfigurationHandsOverNothing) {
 }
 
 TEST_F(PipelineSave, GoesOnWithEmptyTextsWhereTheProjectGivesNone) {
-    app.m_bNewRevision = true;
+    request.newRevision = true;
     Returns<KernelProject::GetConfigurationKey>(project, SomeFailure);
     Returns<KernelProject::GetStoredName>(project, S_OK);
     EXPECT_EQ(Run(), L"");

@@ -83,8 +83,8 @@ TEST_F(PipelineEditHandler, FailsWhereItIsNotCreated) {
 }
 
 TEST_F(PipelineEditHandler, FailsWhereItDoesNotKnowTheMethod) {
-    request.editMethod = L"Mend";
-    EXPECT_EQ(Run(), L"EDIT method not found: Mend");
+    request.editMethod = L"Repair";
+    EXPECT_EQ(Run(), L"EDIT method not found: Repair");
     EXPECT_TRUE(handler.invocations.empty());
 }
 
@@ -104,12 +104,12 @@ TEST_F(PipelineEditHandler, FailsWithoutADescriptionWhereItGivesNone) {
 TEST_F(PipelineEditHandler, FailsWithADescriptionThatIsFilledInLate) {
     EXPECT_EQ(RunAnswered([](const Invocation&, VARIANT*, EXCEPINFO* info) {
                   info->pfnDeferredFillIn = [](EXCEPINFO* late) -> HRESULT {
-                      late->bstrDescription = SysAllocString(L"Told late.");
+                      late->bstrDescription = SysAllocString(L"Filled in late.");
                       return S_OK;
                   };
                   return DISP_E_EXCEPTION;
               }),
-              L"Error calling EDIT method 'Fix'. Told late.");
+              L"Error calling EDIT method 'Fix'. Filled in late.");
 }
 
 TEST_F(PipelineEditHandler, FailsWithADescriptionAlsoWhereItReturnsNothing) {

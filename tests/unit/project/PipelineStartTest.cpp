@@ -21,8 +21,8 @@ TEST_F(PipelineStart, FailsWithoutAKernelAdmin) {
     kernelClass.reset();
     kernelClass = std::make_unique<TestClass>(CLSID_KernelAdmin, TestClass::Fails(SomeFailure));
     EXPECT_EQ(Run(), L"Couldn't load KV Kernel");
-    EXPECT_THAT(Trace(), ElementsAre("log: Processing project 'Pump'"));
-    EXPECT_NE(app.m_pStatusSite, nullptr) << "the host is made before the kernel";
+    EXPECT_THAT(calls, ElementsAre("log: Processing project 'Pump'"));
+    EXPECT_NE(statusSite, nullptr) << "the host is made before the kernel";
 }
 
 TEST_F(PipelineStart, FailsWhereTheCreationOfTheKernelAdminGivesNothing) {
@@ -33,10 +33,10 @@ TEST_F(PipelineStart, FailsWhereTheCreationOfTheKernelAdminGivesNothing) {
 
 TEST_F(PipelineStart, HandsItsClientSiteToTheKernel) {
     EXPECT_EQ(Run(), L"");
-    EXPECT_EQ(siteHolder.site.Get(), static_cast<IOleClientSite*>(app.m_pStatusSite.Get()));
+    EXPECT_EQ(siteHolder.site.Get(), static_cast<IOleClientSite*>(statusSite.Get()));
     siteHolder.site.Reset();
-    EXPECT_EQ(app.m_pStatusSite->AddRef(), 2u) << "the application object holds one reference";
-    app.m_pStatusSite->Release();
+    EXPECT_EQ(statusSite->AddRef(), 2u) << "the run holds one reference";
+    statusSite->Release();
 }
 
 TEST_F(PipelineStart, GoesOnWithoutAKernelThatTakesASite) {
@@ -61,9 +61,9 @@ TEST_F(PipelineStart, FailsWithoutTheAdministrationComponent) {
     administrationClass.reset();
     administrationClass = std::make_unique<TestClass>(L"KV.Admin", TestClass::Fails(SomeFailure));
     EXPECT_EQ(Run(), L"Couldn't create KVAdmin");
-    EXPECT_THAT(Trace(), ElementsAre("log: Processing project 'Pump'", "create the kernel admin",
-                                     "KernelAdmin.SetSite(object)",
-                                     "KernelAdmin.PutClientName(\"ZeltorAuthor_Invisible\")"));
+    EXPECT_THAT(calls, ElementsAre("log: Processing project 'Pump'", "create the kernel admin",
+                                   "KernelAdmin.SetSite(object)",
+                                   "KernelAdmin.PutClientName(\"ZeltorAuthor_Invisible\")"));
 }
 
 TEST_F(PipelineStart, FailsWhereTheCreationOfTheAdministrationGivesNothing) {
@@ -84,18 +84,18 @@ TEST_F(PipelineStart, RaisesTheFailuresOfTheConfigurationsOpening) {
 }
 
 TEST_F(PipelineStart, FailsWhereTheConfigurationIsNotLoaded) {
-    services.loadConfiguration = [](CZTInvisible&, const wchar_t*) { return SomeFailure; };
+    services.loadConfiguration = [](const wchar_t*) { return SomeFailure; };
     EXPECT_EQ(Run(), L"Couldn't load configuration");
     EXPECT_EQ(Count("Administration.OpenArchive"), 0);
 }
 
 TEST_F(PipelineStart, AcceptsEverySuccessCodeOfTheConfiguration) {
-    services.loadConfiguration = [](CZTInvisible&, const wchar_t*) { return S_FALSE; };
+    services.loadConfiguration = [](const wchar_t*) { return S_FALSE; };
     EXPECT_EQ(Run(), L"");
 }
 
 TEST_F(PipelineStart, EndsWithTheTextOfAFailingConfiguration) {
-    services.loadConfiguration = [](CZTInvisible&, const wchar_t*) -> HRESULT {
+    services.loadConfiguration = [](const wchar_t*) -> HRESULT {
         throw CString(L"Configuration file does not exist: x");
     };
     EXPECT_EQ(Run(), L"Configuration file does not exist: x");
@@ -106,7 +106,7 @@ TEST_F(PipelineStart, LoadsAnEmptyPathWhereTheConfigurationNamesNoFile) {
     null.vt = VT_NULL;
     for (const _variant_t& nothing : {_variant_t(), null, _variant_t(L"")}) {
         On<Configuration::ConfigurationFile>(configuration, Give(nothing));
-        services.loadConfiguration = [](CZTInvisible&, const wchar_t* file) {
+        services.loadConfiguration = [](const wchar_t* file) {
             EXPECT_STREQ(file, L"");
             return E_FAIL;
         };
@@ -202,7 +202,7 @@ TEST_F(PipelineStart, OpensANewRevisionAlsoOfAProjectWithoutOne) {
         EXPECT_EQ(Run(), L"");
     }
     EXPECT_EQ(Count("KernelAdmin.OpenProject(-1, \"id 42/new/\")"), 2);
-    EXPECT_STREQ(app.m_bstrImportedProjectId, L"id 42");
+    EXPECT_STREQ(importedProjectId, L"id 42");
 }
 
 TEST_F(PipelineStart, FailsWhereTheKernelOpensNoProject) {
@@ -235,26 +235,24 @@ TEST_F(PipelineStart, FailsForAProjectWithoutASpecification) {
 }
 
 TEST_F(PipelineStart, FailsWhereTheSpecificationIsNotLoaded) {
-    services.loadSpecification = [](CZTInvisible&, const wchar_t*, const wchar_t*) {
-        return false;
-    };
+    services.loadSpecification = [](const wchar_t*, const wchar_t*) { return false; };
     EXPECT_EQ(Run(), L"Can't load specification - aborting...");
     EXPECT_EQ(Count("KernelProject.PutLanguage"), 0);
     EXPECT_EQ(Count("log: Specification"), 0);
 }
 
-TEST_F(PipelineStart, RequiresNoVersionWhereTheProjectTellsNone) {
+TEST_F(PipelineStart, RequiresNoVersionWhereTheProjectNamesNone) {
     Returns<KernelProject::GetSpecificationVersion>(project, SomeFailure);
     EXPECT_EQ(Run(), L"");
     EXPECT_EQ(Count("load the specification Pumps, null"), 1);
     EXPECT_EQ(Count("log: Specification 'Pumps', v. loaded"), 1);
 }
 
-TEST_F(PipelineStart, TellsTheProjectTheLanguageThatTheSpecificationChose) {
+TEST_F(PipelineStart, GivesTheProjectTheLanguageThatTheSpecificationChose) {
     Returns<KernelProject::GetLanguage>(project, SomeFailure);
-    services.loadSpecification = [](CZTInvisible& run, const wchar_t*, const wchar_t*) {
-        EXPECT_EQ(run.m_bstrLanguage.length(), 0u);
-        run.m_bstrLanguage = L"de";
+    services.loadSpecification = [this](const wchar_t*, const wchar_t*) {
+        EXPECT_EQ(language.length(), 0u);
+        language = L"de";
         return true;
     };
     EXPECT_EQ(Run(), L"");
@@ -280,14 +278,14 @@ class PipelineProduct : public ProjectTest, public testing::WithParamInterface<P
 
 TEST_P(PipelineProduct, IsSelectedByTheSpecificationsClass) {
     const Product& product = GetParam();
-    services.loadSpecification = [&](CZTInvisible& run, const wchar_t*, const wchar_t*) {
-        run.m_specificationClass = static_cast<SpecificationClass>(product.specificationClass);
+    services.loadSpecification = [&](const wchar_t*, const wchar_t*) {
+        specificationClass = static_cast<SpecificationClass>(product.specificationClass);
         return true;
     };
     EXPECT_EQ(Run(), L"");
     EXPECT_EQ(Count(product.selection), 1);
     EXPECT_EQ(Count("KernelAdmin.SelectProduct"), 1);
-    EXPECT_EQ(app.m_pStatusSite->Product().GetProductRegistryKey(true), product.registryKey);
+    EXPECT_EQ(statusSite->Product().GetProductRegistryKey(true), product.registryKey);
 }
 
 INSTANTIATE_TEST_SUITE_P(

@@ -67,14 +67,14 @@ TEST_F(Pipeline, DoesEveryStepOfAFullRunInItsOrder) {
     request.editProgId = L"ZtTest.Handler";
     request.editMethod = L"Fix";
     request.documentPath = L"C:\\docs\\manual.xml";
-    app.m_bstrDocumentHandler = L"manual";
-    app.m_bUpdateDoc = true;
-    app.m_bNewRevision = true;
-    app.m_bPublish = true;
+    documentHandler = L"manual";
+    request.updateDocument = true;
+    request.newRevision = true;
+    request.publish = true;
     FakeDispatch handler;
     handler.names[L"Fix"] = 5;
     handler.answer = [&](const Invocation&, VARIANT* result, EXCEPINFO*) {
-        Note("call the edit handler");
+        calls.push_back("call the edit handler");
         *result = _variant_t(true).Detach();
         return S_OK;
     };
@@ -103,34 +103,33 @@ TEST_F(Pipeline, DoesEveryStepOfAFullRunInItsOrder) {
         "KernelProject.StartNewRevision()",
         "log: New revision of the project started",
     };
-    EXPECT_THAT(Trace(), ElementsAreArray(Joined(
-                             {UpToTheLoadedProject, changes, Saving, {"publish Pump", Success}})));
+    EXPECT_THAT(calls, ElementsAreArray(Joined(
+                           {UpToTheLoadedProject, changes, Saving, {"publish Pump", Success}})));
 }
 
 TEST_F(Pipeline, SavesNothingWithoutAChange) {
     EXPECT_EQ(Run(), L"");
-    EXPECT_THAT(Trace(), ElementsAreArray(Joined({UpToTheLoadedProject, {Success}})));
+    EXPECT_THAT(calls, ElementsAreArray(Joined({UpToTheLoadedProject, {Success}})));
 }
 
 TEST_F(Pipeline, PublishesAlsoWithoutAChange) {
-    app.m_bPublish = true;
+    request.publish = true;
     EXPECT_EQ(Run(), L"");
-    EXPECT_THAT(Trace(),
-                ElementsAreArray(Joined({UpToTheLoadedProject, {"publish Pump", Success}})));
+    EXPECT_THAT(calls, ElementsAreArray(Joined({UpToTheLoadedProject, {"publish Pump", Success}})));
 }
 
 TEST_F(Pipeline, StartsSavesAndPublishesANewRevisionWithoutAnyOtherChange) {
-    app.m_bNewRevision = true;
-    app.m_bPublish = true;
+    request.newRevision = true;
+    request.publish = true;
     EXPECT_EQ(Run(), L"");
     const std::vector<std::string> revision = {"KernelProject.StartNewRevision()",
                                                "log: New revision of the project started"};
-    EXPECT_THAT(Trace(), ElementsAreArray(Joined(
-                             {UpToTheLoadedProject, revision, Saving, {"publish Pump", Success}})));
+    EXPECT_THAT(calls, ElementsAreArray(Joined(
+                           {UpToTheLoadedProject, revision, Saving, {"publish Pump", Success}})));
 }
 
 TEST_F(Pipeline, SavesTheRevisionAlsoWhereStartingItFails) {
-    app.m_bNewRevision = true;
+    request.newRevision = true;
     Returns<KernelProject::StartNewRevision>(project, SomeFailure);
     EXPECT_EQ(Run(), L"");
     EXPECT_EQ(Count("log: New revision of the project started"), 1);
@@ -138,65 +137,63 @@ TEST_F(Pipeline, SavesTheRevisionAlsoWhereStartingItFails) {
 }
 
 TEST_F(Pipeline, SavesADocumentUpdateThatChangedTheProject) {
-    app.m_bUpdateDoc = true;
+    request.updateDocument = true;
     EXPECT_EQ(Run(), L"");
     EXPECT_EQ(Count("update the document"), 1);
     EXPECT_EQ(Count("log: Project saved"), 1);
 }
 
 TEST_F(Pipeline, SavesNothingAfterADocumentUpdateWithoutAChange) {
-    app.m_bUpdateDoc = true;
-    services.updateProjectDocument = [](CZTInvisible&) { return false; };
+    request.updateDocument = true;
+    services.updateProjectDocument = []() { return false; };
     EXPECT_EQ(Run(), L"");
     EXPECT_EQ(Count("KernelAdmin.SetSaveMode"), 0);
 }
 
 TEST_F(Pipeline, SavesAnEarlierChangeAfterADocumentUpdateWithoutOne) {
     request.newProjectName = L"New";
-    app.m_bUpdateDoc = true;
-    services.updateProjectDocument = [](CZTInvisible&) { return false; };
+    request.updateDocument = true;
+    services.updateProjectDocument = []() { return false; };
     EXPECT_EQ(Run(), L"");
     EXPECT_EQ(Count("log: Project saved"), 1);
 }
 
 TEST_F(Pipeline, EndsWithTheTextOfAFailingDocumentUpdate) {
-    app.m_bUpdateDoc = true;
-    app.m_bPublish = true;
-    services.updateProjectDocument = [](CZTInvisible&) -> bool {
-        throw L"Error updating document";
-    };
+    request.updateDocument = true;
+    request.publish = true;
+    services.updateProjectDocument = []() -> bool { throw L"Error updating document"; };
     EXPECT_EQ(Run(), L"Error updating document");
     EXPECT_EQ(Count("publish"), 0);
     EXPECT_EQ(Count("KernelAdmin.SetSaveMode"), 0);
 }
 
 TEST_F(Pipeline, FailsWherePublishingReturnsAFailure) {
-    app.m_bPublish = true;
-    services.publishProject = [](CZTInvisible&, const wchar_t*) { return SomeFailure; };
+    request.publish = true;
+    services.publishProject = [](const wchar_t*) { return SomeFailure; };
     EXPECT_EQ(Run(), L"Error publishing project");
     EXPECT_EQ(Count(Success), 0);
 }
 
 TEST_F(Pipeline, EndsWithTheTextOfAFailingPublication) {
-    app.m_bPublish = true;
-    services.publishProject = [](CZTInvisible&, const wchar_t*) -> HRESULT { throw L"No axes"; };
+    request.publish = true;
+    services.publishProject = [](const wchar_t*) -> HRESULT { throw L"No axes"; };
     EXPECT_EQ(Run(), L"No axes");
 }
 
 TEST_F(Pipeline, AcceptsEverySuccessCodeOfPublishing) {
-    app.m_bPublish = true;
-    services.publishProject = [](CZTInvisible&, const wchar_t*) { return S_FALSE; };
+    request.publish = true;
+    services.publishProject = [](const wchar_t*) { return S_FALSE; };
     EXPECT_EQ(Run(), L"");
 }
 
 // ---- what lives how long ----
 
-TEST_F(Pipeline, LeavesWhatTheShutDownNeedsOnTheApplicationObjectAndNothingElse) {
+TEST_F(Pipeline, LeavesWhatTheShutDownNeedsOnTheRunAndNothingElse) {
     EXPECT_EQ(Run(), L"");
-    EXPECT_EQ(app.m_pKernelAdmin.Get(), admin.Get());
-    EXPECT_EQ(app.m_pKernelProject.Get(), project.Get());
-    EXPECT_EQ(app.m_configuration.m_lpDispatch, &configuration);
-    EXPECT_NE(app.m_pStatusSite, nullptr);
+    EXPECT_EQ(openKernel.Get(), admin.Get());
+    EXPECT_EQ(openProject.Get(), project.Get());
+    EXPECT_EQ(openConfiguration.m_lpDispatch, &configuration);
+    EXPECT_NE(statusSite, nullptr);
     EXPECT_EQ(admin.References(), 1);
     EXPECT_EQ(project.References(), 1);
     EXPECT_EQ(administration.References(), 0);
@@ -205,8 +202,8 @@ TEST_F(Pipeline, LeavesWhatTheShutDownNeedsOnTheApplicationObjectAndNothingElse)
 }
 
 TEST_F(Pipeline, HoldsTheKernelsSiteInterfaceAndTheAdministrationToTheEnd) {
-    app.m_bPublish = true;
-    services.publishProject = [this](CZTInvisible&, const wchar_t*) {
+    request.publish = true;
+    services.publishProject = [this](const wchar_t*) {
         EXPECT_EQ(siteHolder.References(), 1);
         EXPECT_EQ(administration.References(), 1);
         return S_OK;
@@ -227,11 +224,11 @@ TEST_F(Pipeline, ReleasesTheSourceArchiveBeforeItAsksWhatWasImported) {
 }
 
 TEST_F(Pipeline, ReleasesTheNewArchiveBeforeItPublishes) {
-    app.m_bNewRevision = true;
-    app.m_bPublish = true;
-    services.publishProject = [this](CZTInvisible&, const wchar_t*) {
+    request.newRevision = true;
+    request.publish = true;
+    services.publishProject = [this](const wchar_t*) {
         EXPECT_EQ(target.References(), 0);
-        Note("publish");
+        calls.push_back("publish");
         return S_OK;
     };
     EXPECT_EQ(Run(), L"");
@@ -247,14 +244,14 @@ HCURSOR SystemCursor(const wchar_t* name) {
 TEST_F(Pipeline, ShowsTheWaitCursorUntilItReturns) {
     const HCURSOR before = SystemCursor(IDC_CROSS);
     SetCursor(before);
-    app.m_bPublish = true;
+    request.publish = true;
     HCURSOR first = nullptr;
     HCURSOR last = nullptr;
-    services.loadConfiguration = [&](CZTInvisible&, const wchar_t*) {
+    services.loadConfiguration = [&](const wchar_t*) {
         first = GetCursor();
         return S_OK;
     };
-    services.publishProject = [&](CZTInvisible&, const wchar_t*) {
+    services.publishProject = [&](const wchar_t*) {
         last = GetCursor();
         return S_OK;
     };
@@ -265,13 +262,13 @@ TEST_F(Pipeline, ShowsTheWaitCursorUntilItReturns) {
 }
 
 TEST_F(Pipeline, ShowsTheWaitCursorAgainAfterTheKernelLoadedTheProject) {
-    app.m_bPublish = true;
+    request.publish = true;
     On<KernelProject::Load>(project, [](LONG) {
         SetCursor(SystemCursor(IDC_ARROW));
         return S_OK;
     });
     HCURSOR later = nullptr;
-    services.publishProject = [&](CZTInvisible&, const wchar_t*) {
+    services.publishProject = [&](const wchar_t*) {
         later = GetCursor();
         return S_OK;
     };

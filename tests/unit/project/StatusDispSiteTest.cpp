@@ -1,16 +1,15 @@
 #include "project/StatusDispSite.h"
 
-#include "app/ZTInvisible.h"
 #include "components/ComponentIds.h"
 #include "tests/support/ProjectFixture.h"
 
 #include <gtest/gtest.h>
 
-#include <fstream>
-#include <iterator>
-
 namespace zt::test {
 namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
 
 // The site as the kernel sees it: a pointer to a function table.
 template <std::size_t Index, typename... Arguments>
@@ -22,24 +21,14 @@ HRESULT CallSlot(IUnknown* face, Arguments... arguments) {
 
 class StatusDispSite : public testing::Test {
   protected:
-    StatusDispSite() {
-        app.m_strLogFile = folder.Path(L"run.log");
-        app.m_strStatusBase = folder.Path(L"job");
-    }
-
     IOKStatusDisplay* Display() { return site.Get(); }
     IOleClientSite* Client() { return site.Get(); }
     IServiceProvider* Provider() { return site.Get(); }
 
-    std::string Log() const {
-        std::ifstream file(std::filesystem::path(app.m_strLogFile), std::ios::binary);
-        return {std::istreambuf_iterator<char>(file), {}};
-    }
-
-    TemporaryFolder folder;
     RegistryOverride registry{HKEY_LOCAL_MACHINE};
-    CZTInvisible app;
-    ComPtr<CStatusDispSite> site = new CStatusDispSite(&app);
+    CallList reported;
+    RecordingLog log{reported};
+    ComPtr<CStatusDispSite> site = new CStatusDispSite(&log);
 };
 
 // ---- identity and lifetime ----
@@ -111,16 +100,16 @@ TEST_F(StatusDispSite, AnswersTheReservedAndTheAcceptedSlotsAsListed) {
     EXPECT_EQ((CallSlot<10>(Display(), L"text", 2L, 3L, &place, &place)), notImplemented);
     EXPECT_EQ((CallSlot<13>(Display(), 1L, &place)), notImplemented);
     EXPECT_EQ(place, 4711);
-    EXPECT_EQ(Log(), "");
+    EXPECT_THAT(reported, IsEmpty());
 }
 
 TEST_F(StatusDispSite, AnswersItsOwnOperationsInTheirSlots) {
     InstallThisProgram(registry);
-    site->Product().SetProduct(L"ZeltorCatalog");
+    site->Product().SetProduct(FactsOf(SpecificationClass::Ipc));
     LONG answer = 0;
     EXPECT_EQ((CallSlot<7>(Display(), L"Proceed?", 4L, &answer)), S_OK);
     EXPECT_EQ(answer, 6);
-    EXPECT_EQ(Log(), "ERROR: Proceed?");
+    EXPECT_THAT(reported, ElementsAre("LogError(\"Proceed?\")"));
     _bstr_t product;
     _bstr_t file;
     EXPECT_EQ((CallSlot<11>(Display(), product.GetAddress(), file.GetAddress())), S_OK);
@@ -190,31 +179,29 @@ TEST_F(StatusDispSite, ReportsEveryMessageAsAnError) {
     LONG answer = 0;
     Display()->ShowMessage(L"The valve is stuck.\n", 0, &answer);
     Display()->ShowMessage(L"100%s done", 0x30, &answer);
-    EXPECT_EQ(Log(), "ERROR: The valve is stuck.\r\nERROR: 100%s done");
-    std::ifstream status(std::filesystem::path(folder.Path(L"job_ERROR")), std::ios::binary);
-    EXPECT_EQ(std::string(std::istreambuf_iterator<char>(status), {}),
-              "The valve is stuck.\r\n100%s done");
+    EXPECT_THAT(reported,
+                ElementsAre("LogError(\"The valve is stuck.\n\")", "LogError(\"100%s done\")"));
 }
 
 TEST_F(StatusDispSite, ReportsAMissingTextAsAnEmptyOne) {
     LONG answer = 0;
     EXPECT_EQ(Display()->ShowMessage(nullptr, 5, &answer), S_OK);
     EXPECT_EQ(answer, 2);
-    EXPECT_EQ(Log(), "ERROR: ");
+    EXPECT_THAT(reported, ElementsAre("LogError(\"\")"));
 }
 
-TEST_F(StatusDispSite, AnswersAlsoWithoutAnApplicationObject) {
+TEST_F(StatusDispSite, AnswersAlsoWithoutALog) {
     const ComPtr<CStatusDispSite> alone = new CStatusDispSite(nullptr);
     LONG answer = 0;
     EXPECT_EQ(alone->ShowMessage(L"m", 5, &answer), S_OK);
     EXPECT_EQ(answer, 2);
-    EXPECT_EQ(Log(), "");
+    EXPECT_THAT(reported, IsEmpty());
 }
 
 // ---- product ----
 
-TEST_F(StatusDispSite, TellsEmptyTextsWithoutAnInstalledProduct) {
-    site->Product().SetProduct(L"ZeltorCatalog");
+TEST_F(StatusDispSite, ReturnsEmptyTextsWithoutAnInstalledProduct) {
+    site->Product().SetProduct(FactsOf(SpecificationClass::Ipc));
     _bstr_t product;
     _bstr_t file;
     _bstr_t name;
@@ -225,9 +212,9 @@ TEST_F(StatusDispSite, TellsEmptyTextsWithoutAnInstalledProduct) {
     EXPECT_STREQ(name, L"");
 }
 
-TEST_F(StatusDispSite, TellsTheOneVersionThatIsAskedFor) {
+TEST_F(StatusDispSite, ReturnsTheOneVersionThatIsAskedFor) {
     InstallThisProgram(registry);
-    site->Product().SetProduct(L"ZeltorCatalog");
+    site->Product().SetProduct(FactsOf(SpecificationClass::Ipc));
     _bstr_t product;
     _bstr_t file;
     EXPECT_EQ(Display()->GetProductVersion(product.GetAddress(), nullptr), S_OK);

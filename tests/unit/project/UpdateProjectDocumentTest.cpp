@@ -16,7 +16,7 @@ TEST_F(DocumentUpdate, EndsWithoutTheEditorWhereNoDocumentCanBeGenerated) {
     m_project.Return<KernelProject::GenerateDocument>(E_FAIL);
     EXPECT_FALSE(Update());
     EXPECT_EQ(m_failure, std::nullopt);
-    EXPECT_EQ(Log(), "Failed to generate document\r\n");
+    EXPECT_THAT(LogLines(), ElementsAre("Failed to generate document"));
     EXPECT_THAT(m_calls, ElementsAre("project.GetDocumentName()",
                                      "project.GenerateDocument(\"handler.xsl\")",
                                      "project.GetDocumentName()"));
@@ -29,9 +29,9 @@ TEST_F(DocumentUpdate, LooksAtTheNameAndNotAtTheResultOfTheGeneration) {
         return E_FAIL;
     });
     EXPECT_TRUE(Update());
-    EXPECT_EQ(Log(), "Document 'Generated.xml' was generated in the project\r\n"
-                     "Updating document 'Generated.xml'\r\n"
-                     "Document in the project was updated\r\n");
+    EXPECT_THAT(LogLines(), ElementsAre("Document 'Generated.xml' was generated in the project",
+                                        "Updating document 'Generated.xml'",
+                                        "Document in the project was updated"));
 }
 
 TEST_F(DocumentUpdate, NotesAGeneratedDocumentAsAChangeThoughTheEditorHasNone) {
@@ -42,9 +42,9 @@ TEST_F(DocumentUpdate, NotesAGeneratedDocumentAsAChangeThoughTheEditorHasNone) {
     });
     m_control.Reads(L"cmdSave", _variant_t(false));
     EXPECT_TRUE(Update());
-    EXPECT_EQ(Log(), "Document 'Generated.xml' was generated in the project\r\n"
-                     "Updating document 'Generated.xml'\r\n"
-                     "Document is up-to-date and has not been modified\r\n");
+    EXPECT_THAT(LogLines(), ElementsAre("Document 'Generated.xml' was generated in the project",
+                                        "Updating document 'Generated.xml'",
+                                        "Document is up-to-date and has not been modified"));
 }
 
 TEST_F(DocumentUpdate, GeneratesNothingWhereTheProjectHasADocument) {
@@ -55,9 +55,9 @@ TEST_F(DocumentUpdate, GeneratesNothingWhereTheProjectHasADocument) {
 TEST_F(DocumentUpdate, TakesANameThatCannotBeReadForNone) {
     m_project.Return<KernelProject::GetDocumentName>(E_FAIL);
     m_project.Return<KernelProject::GenerateDocument>(S_OK);
-    m_app.m_bstrDocumentHandler = static_cast<const wchar_t*>(nullptr);
+    m_documentHandler = static_cast<const wchar_t*>(nullptr);
     EXPECT_FALSE(Update());
-    EXPECT_EQ(Log(), "Failed to generate document\r\n");
+    EXPECT_THAT(LogLines(), ElementsAre("Failed to generate document"));
     EXPECT_THAT(Calls(), Contains("project.GenerateDocument(null)"));
 }
 
@@ -76,11 +76,12 @@ TEST_F(DocumentUpdate, AsksTheProjectAndTheEditorInThisOrder) {
                             "document.get Host", "host.find Run", "host.call Run \"OnSaveToCMS\"",
                             "control.find cmdSave", "control.put cmdSave true", "Deactivate",
                             "Close", "ClearClientSite", "gone"));
-    EXPECT_EQ(Log(), "Updating document 'Manual.xml'\r\nDocument in the project was updated\r\n");
+    EXPECT_THAT(LogLines(), ElementsAre("Updating document 'Manual.xml'",
+                                        "Document in the project was updated"));
 }
 
 TEST_F(DocumentUpdate, RemovesTheChangeMarksFirstForANewRevision) {
-    m_app.m_bNewRevision = true;
+    m_newRevision = true;
     EXPECT_TRUE(Update());
     CallList commands;
     for (const std::string& call : m_calls)
@@ -91,32 +92,34 @@ TEST_F(DocumentUpdate, RemovesTheChangeMarksFirstForANewRevision) {
 }
 
 TEST_F(DocumentUpdate, HostsTheControlInAnInvisibleWindowOfSixteenPixels) {
-    m_control.On(L"cmdHasDocument", DISPATCH_PROPERTYGET, [](const DISPPARAMS&, VARIANT* result) {
-        ComPtr<IOleInPlaceSite> site;
-        HWND host = nullptr;
-        EXPECT_EQ(ControlRecord::Get().site->QueryInterface(IID_PPV_ARGS(&site)), S_OK);
-        EXPECT_EQ(site->GetWindow(&host), S_OK);
-        EXPECT_FALSE(IsWindowVisible(host));
-        // The system adds its own bit for windows that clip their siblings.
-        EXPECT_EQ(GetWindowLongW(host, GWL_STYLE) & ~WS_CLIPSIBLINGS,
-                  static_cast<LONG>(0x80000000));
-        EXPECT_EQ(GetWindowLongW(host, GWL_EXSTYLE), 0);
-        EXPECT_EQ(GetClassLongW(host, GCL_STYLE), 0u);
-        EXPECT_EQ(GetWindowTextLengthW(host), 0);
-        EXPECT_EQ(GetWindow(host, GW_OWNER), nullptr);
-        RECT rect = {};
-        GetWindowRect(host, &rect);
-        EXPECT_EQ(rect.left, 0);
-        EXPECT_EQ(rect.top, 0);
-        EXPECT_EQ(rect.right, 16);
-        EXPECT_EQ(rect.bottom, 16);
-        const HWND control = GetWindow(host, GW_CHILD);
-        EXPECT_EQ(GetDlgCtrlID(control), 0);
-        EXPECT_EQ(GetWindowLongW(control, GWL_STYLE) & 0x50000000, 0x50000000);
-        result->vt = VT_BOOL;
-        result->boolVal = VARIANT_TRUE;
-        return S_OK;
-    });
+    m_control.On(L"cmdHasDocument", DISPATCH_PROPERTYGET,
+                 [](const Invocation&, VARIANT* result, EXCEPINFO*) {
+                     ComPtr<IOleInPlaceSite> site;
+                     HWND host = nullptr;
+                     EXPECT_EQ(ControlRecord::Get().site->QueryInterface(IID_PPV_ARGS(&site)),
+                               S_OK);
+                     EXPECT_EQ(site->GetWindow(&host), S_OK);
+                     EXPECT_FALSE(IsWindowVisible(host));
+                     // The system adds its own bit for windows that clip their siblings.
+                     EXPECT_EQ(GetWindowLongW(host, GWL_STYLE) & ~WS_CLIPSIBLINGS,
+                               static_cast<LONG>(0x80000000));
+                     EXPECT_EQ(GetWindowLongW(host, GWL_EXSTYLE), 0);
+                     EXPECT_EQ(GetClassLongW(host, GCL_STYLE), 0u);
+                     EXPECT_EQ(GetWindowTextLengthW(host), 0);
+                     EXPECT_EQ(GetWindow(host, GW_OWNER), nullptr);
+                     RECT rect = {};
+                     GetWindowRect(host, &rect);
+                     EXPECT_EQ(rect.left, 0);
+                     EXPECT_EQ(rect.top, 0);
+                     EXPECT_EQ(rect.right, 16);
+                     EXPECT_EQ(rect.bottom, 16);
+                     const HWND control = GetWindow(host, GW_CHILD);
+                     EXPECT_EQ(GetDlgCtrlID(control), 0);
+                     EXPECT_EQ(GetWindowLongW(control, GWL_STYLE) & 0x50000000, 0x50000000);
+                     result->vt = VT_BOOL;
+                     result->boolVal = VARIANT_TRUE;
+                     return S_OK;
+                 });
     EXPECT_TRUE(Update());
     const RECT at = ControlRecord::Get().activatedAt;
     EXPECT_EQ(at.left, 0);
@@ -139,13 +142,14 @@ TEST_F(DocumentUpdate, WorksWithAControlThatHasNoWindow) {
 TEST_F(DocumentUpdate, GivesTheKernelWithAReferenceOfItsOwn) {
     const LONG before = m_admin.References();
     ComPtr<IDispatch> kept;
-    m_control.On(L"Kernel", DISPATCH_PROPERTYPUTREF, [&](const DISPPARAMS& parameters, VARIANT*) {
-        EXPECT_EQ(parameters.rgvarg[0].vt, VT_DISPATCH);
-        EXPECT_EQ(parameters.rgvarg[0].pdispVal, m_admin.Get());
-        EXPECT_EQ(m_admin.References(), before + 1);
-        kept = parameters.rgvarg[0].pdispVal;
-        return S_OK;
-    });
+    m_control.On(L"Kernel", DISPATCH_PROPERTYPUTREF,
+                 [&](const Invocation& call, VARIANT*, EXCEPINFO*) {
+                     EXPECT_EQ(call.arguments[0].vt, VT_DISPATCH);
+                     EXPECT_EQ(call.arguments[0].pdispVal, m_admin.Get());
+                     EXPECT_EQ(m_admin.References(), before + 2); // the argument's and the record's
+                     kept = call.arguments[0].pdispVal;
+                     return S_OK;
+                 });
     EXPECT_TRUE(Update());
     EXPECT_EQ(m_admin.References(), before + 1);
 }
@@ -175,7 +179,7 @@ TEST_F(DocumentUpdate, FailsWhereTheControlCannotBeCreated) {
     m_traits.creation = E_OUTOFMEMORY;
     EXPECT_FALSE(Update());
     EXPECT_EQ(m_failure, NotInitialised);
-    EXPECT_EQ(Log(), "Updating document 'Manual.xml'\r\n");
+    EXPECT_THAT(LogLines(), ElementsAre("Updating document 'Manual.xml'"));
 }
 
 TEST_F(DocumentUpdate, FailsWhereTheControlCannotBeHosted) {
@@ -206,7 +210,7 @@ TEST_F(DocumentUpdate, FailsWhereTheEditorHasLoadedNothing) {
     EXPECT_THAT(m_calls, Not(Contains(HasSubstr("cmdSave"))));
 }
 
-TEST_F(DocumentUpdate, BelievesAnyBooleanButZero) {
+TEST_F(DocumentUpdate, TakesAnyBooleanButZeroForTrue) {
     VARIANT one = {};
     one.vt = VT_BOOL;
     one.boolVal = 1;
@@ -216,13 +220,13 @@ TEST_F(DocumentUpdate, BelievesAnyBooleanButZero) {
     EXPECT_EQ(m_failure, std::nullopt);
 }
 
-TEST_F(DocumentUpdate, BelievesAControlThatCannotTellWhetherItHasADocument) {
+TEST_F(DocumentUpdate, AcceptsAControlThatCannotReportWhetherItHasADocument) {
     m_control.Forget(L"cmdHasDocument");
     EXPECT_TRUE(Update());
     EXPECT_THAT(m_calls, Not(Contains("control.get cmdHasDocument")));
 }
 
-TEST_F(DocumentUpdate, BelievesAControlThatFailsToTellWhetherItHasADocument) {
+TEST_F(DocumentUpdate, AcceptsAControlThatFailsToReportWhetherItHasADocument) {
     m_control.Returns(L"cmdHasDocument", DISPATCH_PROPERTYGET, DISP_E_EXCEPTION);
     EXPECT_TRUE(Update());
     EXPECT_EQ(m_failure, std::nullopt);
@@ -239,9 +243,9 @@ TEST_F(DocumentUpdate, LeavesADocumentAloneThatHasNoUnsavedChanges) {
         EXPECT_THAT(m_calls, AllOf(Not(Contains(HasSubstr("XMED"))),
                                    Not(Contains(HasSubstr("control.put cmdSave")))));
     }
-    const std::string once = "Updating document 'Manual.xml'\r\n"
-                             "Document is up-to-date and has not been modified\r\n";
-    EXPECT_EQ(Log(), once + once + once);
+    const std::vector<std::string> once = {"Updating document 'Manual.xml'",
+                                           "Document is up-to-date and has not been modified"};
+    EXPECT_THAT(LogLines(), ElementsAre(once[0], once[1], once[0], once[1], once[0], once[1]));
 }
 
 TEST_F(DocumentUpdate, LeavesADocumentAloneWhoseChangesCannotBeAskedFor) {
@@ -257,7 +261,7 @@ TEST_F(DocumentUpdate, LeavesADocumentAloneWhoseChangesCannotBeAskedFor) {
 
 TEST_F(DocumentUpdate, SavesWithoutTheCommandsWhereAMemberOfTheChainIsMissing) {
     const struct {
-        FakeAutomation& object;
+        FakeDispatch& object;
         const wchar_t* name;
         const char* next;
     } links[] = {{m_document, L"Host", "host."},
@@ -287,8 +291,8 @@ TEST_F(DocumentUpdate, SavesWithoutTheCommandsWhereALinkIsNull) {
                 AllOf(Contains("control.put cmdSave true"), Not(Contains(HasSubstr("document.")))));
 }
 
-TEST_F(DocumentUpdate, DoesNotLookAtWhatTheCommandsAnswer) {
-    m_app.m_bNewRevision = true;
+TEST_F(DocumentUpdate, IgnoresTheCommandsResults) {
+    m_newRevision = true;
     m_host.Returns(L"Run", DISPATCH_METHOD, DISP_E_EXCEPTION);
     EXPECT_TRUE(Update());
     EXPECT_EQ(m_failure, std::nullopt);
@@ -304,29 +308,30 @@ TEST_F(DocumentUpdate, FailsWhereTheDocumentCannotBeSaved) {
     m_control.Returns(L"cmdSave", DISPATCH_PROPERTYPUT, E_ACCESSDENIED);
     EXPECT_FALSE(Update());
     EXPECT_EQ(m_failure, L"Error updating document");
-    EXPECT_EQ(Log(), "Updating document 'Manual.xml'\r\n");
+    EXPECT_THAT(LogLines(), ElementsAre("Updating document 'Manual.xml'"));
     EXPECT_THAT(m_calls, Not(Contains("control.putref cmdSave true")));
 }
 
 TEST_F(DocumentUpdate, FailsWhereTheSaveIsNotFoundAnyMore) {
-    m_control.On(L"cmdSave", DISPATCH_PROPERTYGET, [this](const DISPPARAMS&, VARIANT* result) {
-        m_control.Forget(L"cmdSave");
-        *result = _variant_t(true).Detach();
-        return S_OK;
-    });
+    m_control.On(L"cmdSave", DISPATCH_PROPERTYGET,
+                 [this](const Invocation&, VARIANT* result, EXCEPINFO*) {
+                     m_control.Forget(L"cmdSave");
+                     *result = _variant_t(true).Detach();
+                     return S_OK;
+                 });
     EXPECT_FALSE(Update());
     EXPECT_EQ(m_failure, L"Error updating document");
 }
 
-TEST_F(DocumentUpdate, PullsTheControlDownWhereItFails) {
+TEST_F(DocumentUpdate, TearsTheControlDownWhereItFails) {
     m_control.Returns(L"cmdSave", DISPATCH_PROPERTYPUT, E_FAIL);
     EXPECT_FALSE(Update());
     const CallList end(m_calls.end() - 4, m_calls.end());
     EXPECT_THAT(end, ElementsAre("Deactivate", "Close", "ClearClientSite", "gone"));
 }
 
-TEST_F(DocumentUpdate, LetsGoOfTheChainBeforeTheControlGoes) {
-    m_control.On(L"cmdSave", DISPATCH_PROPERTYPUT, [this](const DISPPARAMS&, VARIANT*) {
+TEST_F(DocumentUpdate, ReleasesTheChainBeforeTheControl) {
+    m_control.On(L"cmdSave", DISPATCH_PROPERTYPUT, [this](const Invocation&, VARIANT*, EXCEPINFO*) {
         EXPECT_EQ(m_host.References(), 2);
         return S_OK;
     });
@@ -338,11 +343,12 @@ TEST_F(DocumentUpdate, LetsGoOfTheChainBeforeTheControlGoes) {
 
 TEST_F(DocumentUpdate, ReportsAValueThatCannotBeCleared) {
     SAFEARRAY* const array = SafeArrayCreateVector(VT_I4, 0, 1);
-    m_control.On(L"cmdSave", DISPATCH_PROPERTYGET, [array](const DISPPARAMS&, VARIANT* result) {
-        result->vt = VT_ARRAY | VT_I4;
-        result->parray = array;
-        return SafeArrayLock(array);
-    });
+    m_control.On(L"cmdSave", DISPATCH_PROPERTYGET,
+                 [array](const Invocation&, VARIANT* result, EXCEPINFO*) {
+                     result->vt = VT_ARRAY | VT_I4;
+                     result->parray = array;
+                     return SafeArrayLock(array);
+                 });
     SCODE raised = S_OK;
     try {
         Update();
@@ -351,8 +357,8 @@ TEST_F(DocumentUpdate, ReportsAValueThatCannotBeCleared) {
         exception->Delete();
     }
     EXPECT_EQ(raised, DISP_E_ARRAYISLOCKED);
-    EXPECT_EQ(Log(), "Updating document 'Manual.xml'\r\n"
-                     "Document is up-to-date and has not been modified\r\n");
+    EXPECT_THAT(LogLines(), ElementsAre("Updating document 'Manual.xml'",
+                                        "Document is up-to-date and has not been modified"));
     SafeArrayUnlock(array);
     SafeArrayDestroy(array);
 }

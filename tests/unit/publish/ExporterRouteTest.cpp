@@ -25,7 +25,7 @@ TEST_F(ExporterRoute, SetsAndExportsInAFixedOrder) {
                             "Exporter.PutDestinationFolder(\"" + PublishedPath() + "\")",
                             "Exporter.PutOptionA(0)", "Exporter.PutOptionB(0)",
                             "Exporter.Export()"));
-    EXPECT_EQ(log.text, L"Project published successfully\n");
+    EXPECT_THAT(logged, ElementsAre("log: Project published successfully"));
 }
 
 TEST_F(ExporterRoute, IsTakenForIllustrationsToo) {
@@ -86,7 +86,7 @@ TEST_F(ExporterRoute, FailsWithoutAnExporter) {
     exporterClass.reset();
     EXPECT_EQ(Publish(), L"text: Couldn't load IPC Exporter");
     EXPECT_THAT(calls, IsEmpty());
-    EXPECT_EQ(log.text, L"");
+    EXPECT_THAT(logged, testing::IsEmpty());
 }
 
 TEST_F(ExporterRoute, FailsWhereTheExporterCannotBeCreated) {
@@ -107,7 +107,7 @@ TEST_F(ExporterRoute, QuotesTheErrorDescriptionOfAFailingExport) {
         return E_FAIL;
     });
     EXPECT_EQ(Publish(), L"string: ERROR publishing project: disk full");
-    EXPECT_EQ(log.text, L"");
+    EXPECT_THAT(logged, testing::IsEmpty());
 }
 
 TEST_F(ExporterRoute, EndsItsFailureWithABlankWithoutADescription) {

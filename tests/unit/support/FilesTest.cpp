@@ -62,12 +62,12 @@ TEST(EnsuredFolder, IsMissingForANameThatCannotBe) {
     EXPECT_FALSE(EnsureFolder(folder.Path(L"a|b?"), false));
 }
 
-TEST(EnsuredFolder, IsToldAsItIsForAPathOf300Characters) {
+TEST(EnsuredFolder, IsReportedAsItIsForAPathOf300Characters) {
     const test::TemporaryFolder folder;
     const std::wstring path =
         folder.Path(std::wstring(150, L'a') + L"\\" + std::wstring(150, L'b'));
-    const bool told = EnsureFolder(path, false);
-    EXPECT_EQ(told, GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES);
+    const bool reported = EnsureFolder(path, false);
+    EXPECT_EQ(reported, GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES);
 }
 
 } // namespace
