@@ -21,7 +21,7 @@ struct ByAddress {
 using ObjectSet = std::set<Microsoft::WRL::ComPtr<IUnknown>, ByAddress>;
 
 // Collects what is attached to the nodes below the root. The depth of the tree costs no stack. A
-// node that cannot be asked is left out with all below it.
+// child that is no node is ignored with all below it.
 ObjectSet CollectAttachedObjects(IUnknown* root);
 
 // Announces to the component, where it takes commands, all objects that the project's nodes refer

@@ -1,6 +1,4 @@
-#include "cms/ActionMessage.h"
-#include "cms/Frame.h"
-#include "cms/Response.h"
+#include "cms/Protocol.h"
 
 #include "tests/fuzz/Targets.h"
 
@@ -17,7 +15,7 @@ void CheckReceived(const std::string& received) {
         return;
     const auto length = static_cast<std::size_t>(static_cast<unsigned char>(received[0])) << 8 |
                         static_cast<unsigned char>(received[1]);
-    Require(length == received.size(), "a frame tells its own length");
+    Require(length == received.size(), "a frame begins with its own length");
     Require(received.back() == '\0', "a frame ends with a zero byte");
     Require(received.size() >= MinimumAnswerSize, "an answer has a text");
     Require(text->data() == received.data() + FrameLengthSize &&

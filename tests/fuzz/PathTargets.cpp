@@ -2,7 +2,6 @@
 #include "support/Paths.h"
 #include "config/SpecificationTexts.h"
 #include "project/ProjectRequest.h"
-#include "publish/ArchiveNames.h"
 #include "publish/PublicationRules.h"
 #include "publish/Setting.h"
 

@@ -1,5 +1,7 @@
 #include "tests/support/LoopbackPeer.h"
 
+#include <gtest/gtest.h>
+
 #include <array>
 #include <stdexcept>
 
@@ -95,6 +97,17 @@ Socket BoundSocket(int queue, std::uint16_t& port) {
         throw std::runtime_error("no loopback port");
     port = ntohs(address.sin_port);
     return bound;
+}
+
+std::string Framed(const std::string& text) {
+    const std::size_t size = text.size() + 3;
+    return std::string{static_cast<char>(size / 256), static_cast<char>(size % 256)} + text + '\0';
+}
+
+Exchange::Exchange(LoopbackPeer::Behaviour behaviour, const TcpPlatform& platform)
+    : peer(std::move(behaviour)), client(platform) {
+    client.SetTimeout(10);
+    EXPECT_EQ(client.Connect(L"localhost", peer.Port()), 1);
 }
 
 std::uint16_t RefusingPort() {

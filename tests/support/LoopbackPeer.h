@@ -1,8 +1,8 @@
-// The other end of a connection: a server on this machine's loopback address, on a thread of the
-// test's process.
+// The content-management client of the unit tests: a server on this machine's loopback address, on
+// a thread of the test's process.
 #pragma once
 
-#include "cms/Socket.h"
+#include "cms/TcpMessageClient.h"
 
 #include <atomic>
 #include <cstdint>
@@ -77,6 +77,17 @@ class LoopbackPeer {
 // Bound to a loopback port of its own; listens with a queue of that length, or not at all when it
 // is negative.
 Socket BoundSocket(int queue, std::uint16_t& port);
+
+// The text in a frame.
+std::string Framed(const std::string& text);
+
+// A message client connected to a peer.
+struct Exchange {
+    explicit Exchange(LoopbackPeer::Behaviour behaviour, const TcpPlatform& platform = {});
+
+    LoopbackPeer peer;
+    TcpMessageClient client;
+};
 
 // A port on which nothing listens.
 std::uint16_t RefusingPort();

@@ -1,12 +1,8 @@
 #include "tests/support/PublishFixture.h"
 
-#include "components/ComponentIds.h"
-#include "components/Values.h"
-#include "publish/PublishProject.h"
-
-#include <filesystem>
-#include <fstream>
-#include <iterator>
+#include "framework/Exceptions.h"
+#include "framework/String.h"
+#include "framework/Wnd.h"
 
 namespace zt::test {
 
@@ -37,7 +33,22 @@ void LeaveErrorDescription(const wchar_t* text) {
     SetErrorInfo(0, info.Get());
 }
 
-PublishTest::PublishTest() {
+PublishTest::PublishTest()
+    : publication{
+          .kernel = kernel.Get(),
+          .project = project.Get(),
+          .exportHandler = nullptr,
+          .site = &site,
+          .log = log,
+          .specificationClass = SpecificationClass::Ipc,
+          .projectName = L"Pump",
+          .exchangePath = folder.Path(),
+          .isPackage = false,
+          .language = L"de",
+          .axesModelPath = L"axes1.wrl",
+          .axesPosition = 0x00140032,
+          .dataFolder = L"C:\\common",
+          .settings = {.user = L"Software\\Product\\1.4", .machine = L"Software\\Product"}} {
     AfxEnableControlContainer();
     ControlRecord::Reset();
     SetErrorInfo(0, nullptr);
@@ -63,23 +74,9 @@ PublishTest::PublishTest() {
         std::make_unique<TestClass>(CLSID_Archive, Noted("create Archive", archive.Get()));
     componentClass = std::make_unique<TestClass>(L"KV.3D.1", Noted("create KV3D", component.Get()));
     viewerClass = std::make_unique<TestClass>(L"Faldera.Control.1", MakeViewer());
-
-    app.m_strExchangePath = folder.Path();
-    app.m_strLogFile = folder.Path(L"run.log");
-    app.m_bPublish = true;
-    app.m_bstrLanguage = L"de";
-    app.m_bstrAxesModelPath = L"axes1.wrl";
-    app.m_axesPosition = 0x00140032;
-    app.m_pKernelAdmin = kernel.Get();
-    app.m_pKernelProject = project.Get();
-    app.m_pStatusSite = new CStatusDispSite(&app);
-    app.m_pStatusSite->Product().SetProduct(FactsOf(SpecificationClass::Ipc));
-    std::ofstream(std::filesystem::path(app.m_strLogFile));
 }
 
 PublishTest::~PublishTest() {
-    // The run ends before what it worked with.
-    app.m_pKernelProject.Reset();
     EXPECT_EQ(ControlRecord::Get().living, 0);
     EXPECT_EQ(CountWindows(), 0);
 }
@@ -103,7 +100,7 @@ TestClass::Creation PublishTest::MakeViewer() {
 
 std::wstring PublishTest::Publish() {
     try {
-        return PublishProject(app, L"Pump") == 0 ? L"done" : L"another result";
+        return zt::Publish(publication) == 0 ? L"done" : L"another result";
     } catch (const wchar_t* failure) {
         return std::wstring(L"text: ") + failure;
     } catch (const CString& failure) {
@@ -116,27 +113,14 @@ std::wstring PublishTest::Publish() {
     }
 }
 
-std::string PublishTest::LogText() const {
-    std::ifstream file(std::filesystem::path(app.m_strLogFile), std::ios::binary);
-    std::string text{std::istreambuf_iterator<char>(file), {}};
-    for (std::size_t at = text.find("\r\n"); at != std::string::npos; at = text.find("\r\n"))
-        text.replace(at, 2, "|");
-    return text;
-}
-
 std::string PublishTest::PublishedPath() const {
     const std::wstring path = folder.Path(L"Pump");
     return ToUtf8(path.c_str(), static_cast<int>(path.size()));
 }
 
-void PublishTest::StoreSetting(const wchar_t* product, const wchar_t* componentName,
-                               const wchar_t* text) {
-    const std::wstring name = product;
-    const bool isFirst = name == L"ZeltorText" || name == L"ZeltorIllustrator";
-    user.SetText(L"Software\\Morvenit\\" + name + (isFirst ? L"\\1.0\\" : L"\\1.4\\") +
-                     componentName,
-                 L"Quality", text);
-    machine.SetText(L"Software\\Morvenit\\" + name, L"Installed", L"yes");
+void PublishTest::StoreSetting(const wchar_t* componentName, const wchar_t* text) {
+    user.SetText(publication.settings.user + L"\\" + componentName, L"Quality", text);
+    machine.SetText(publication.settings.machine, L"Installed", L"yes");
 }
 
 void PublishTest::GiveNames(const wchar_t* first, const wchar_t* second) {
@@ -151,7 +135,7 @@ void PublishTest::GiveNames(const wchar_t* first, const wchar_t* second) {
             *name = SysAllocString(second);
             return S_OK;
         });
-    app.m_pExportHandler = exportHandler.Get();
+    publication.exportHandler = exportHandler.Get();
 }
 
 } // namespace zt::test

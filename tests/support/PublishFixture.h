@@ -2,13 +2,13 @@
 // succeeds, and what is published is the project "Pump".
 #pragma once
 
-#include "app/ZTInvisible.h"
 #include "components/ComponentIds.h"
 #include "components/contracts/Publishing.h"
-#include "project/StatusDispSite.h"
+#include "publish/PublishProject.h"
 #include "tests/support/FakeDispatch.h"
 #include "tests/support/FakeKernel.h"
 #include "tests/support/Isolation.h"
+#include "tests/support/RecordingLog.h"
 #include "tests/support/TestClasses.h"
 #include "tests/support/TestControl.h"
 
@@ -71,6 +71,17 @@ class FakeSiteTaker final : public FakeFace<IObjectWithSite> {
     CallList& m_calls;
 };
 
+// The run's client site; nothing here calls it.
+class FakeClientSite final : public FakeFace<IOleClientSite> {
+  public:
+    HRESULT STDMETHODCALLTYPE SaveObject() override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE GetMoniker(DWORD, DWORD, IMoniker**) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE GetContainer(IOleContainer**) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE ShowObject() override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE OnShowWindow(BOOL) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE RequestNewObjectLayout() override { return E_NOTIMPL; }
+};
+
 // Sets the thread's error information.
 void LeaveErrorDescription(const wchar_t* text);
 
@@ -79,20 +90,14 @@ class PublishTest : public testing::Test {
     PublishTest();
     ~PublishTest() override;
 
-    // Publishes "Pump" and returns the message of the failure that was raised, behind "text: " for
+    // Publishes and returns the message of the failure that was raised, behind "text: " for
     // a constant text, "string: " for a composed one, "OLE: " for the framework's; "done" when
     // nothing was raised and the result is 0.
     std::wstring Publish();
-    // The log's lines, joined by "|".
-    std::string LogText() const;
-
-    void SetKind(std::int32_t kind) {
-        app.m_specificationClass = static_cast<SpecificationClass>(kind);
-    }
     // Full path of what is published without a package, as it stands in the call list.
     std::string PublishedPath() const;
-    // Stores a setting for the product, with the machine's key.
-    void StoreSetting(const wchar_t* product, const wchar_t* component, const wchar_t* text);
+    // Stores a setting of the component for the product, with the machine's key.
+    void StoreSetting(const wchar_t* component, const wchar_t* text);
 
     // Every one of the contract's operations succeeds.
     template <typename Contract>
@@ -124,8 +129,10 @@ class PublishTest : public testing::Test {
     std::unique_ptr<TestClass> archiveClass;
     std::unique_ptr<TestClass> viewerClass;
 
-    // Last: it goes first, and with it the references that the run left.
-    CZTInvisible app;
+    FakeClientSite site;
+    CallList logged;
+    RecordingLog log{logged};
+    Publication publication;
 
   private:
     template <typename Contract, typename... Operation>

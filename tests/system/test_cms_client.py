@@ -78,12 +78,12 @@ def test_run_without_report_ends_with_2(client):
 
 def test_program_that_does_not_start_ends_with_3(client):
     assert client.complaint("--run", "C:\\no-such-program.exe") == (
-        "cms-client: the program does not start: error 2 (--help tells more)")
+        "cms-client: the program does not start: error 2 (see --help)")
 
 
 def test_wrong_command_line_ends_with_3(client):
     assert client.complaint("--colour") == (
-        "cms-client: no such option: --colour (--help tells more)")
+        "cms-client: no such option: --colour (see --help)")
 
 
 def test_whole_command_line_may_be_one_argument(client):
@@ -110,7 +110,7 @@ def test_port_in_use_ends_with_3(client):
         port = listener.getsockname()[1]
         complaint = client.complaint("--port", str(port), *client.success())
     assert complaint == (f"cms-client: cannot listen on port {port}: error 10048"
-                         " (--help tells more)")
+                         " (see --help)")
 
 
 ANSWERS = {
@@ -152,7 +152,7 @@ def test_script_answers_the_messages_in_turn(client):
 
 def test_missing_script_ends_with_3(client):
     assert client.complaint("--script", "C:\\no-such-file.txt", *client.success()) == (
-        "cms-client: the script cannot be read (--help tells more)")
+        "cms-client: the script cannot be read (see --help)")
 
 
 def test_non_latin_message_is_printed_in_utf8(client):

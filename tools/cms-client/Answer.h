@@ -22,11 +22,11 @@ struct Answer {
     End end = End::WhenTheSenderLeaves;
 };
 
-// Reads the description of an answer, such as "error Disk full" (in UTF-8; Usage tells them all).
+// Reads the description of an answer, such as "error Disk full" (in UTF-8; Usage lists them all).
 // Throws std::runtime_error when it is none.
 Answer ParseAnswer(std::string_view description);
 
-// Reads one answer a line; empty lines and lines that begin with "#" are left out. Throws
+// Reads one answer a line; empty lines and lines that begin with "#" are ignored. Throws
 // std::runtime_error, with the number of the line, and for a script without an answer.
 std::vector<Answer> ParseScript(std::string_view script);
 

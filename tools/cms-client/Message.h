@@ -10,7 +10,7 @@ namespace zt::cmsclient {
 enum class Verdict : int { Success = 0, Failure = 1, None = 2 };
 
 // One message, for people to read: its fields, each in double quotes, separated by blanks. The two
-// fields that begin every message of the program are left out; a message without them is shown
+// fields that begin every message of the program are omitted; a message without them is shown
 // whole behind "unknown message: ".
 std::string Describe(std::string_view message);
 

@@ -77,7 +77,7 @@ const char* const Usage =
 
 cms-client --exchange FOLDER [OPTION ...] [--run COMMAND LINE ...]
 
-  --exchange FOLDER  existing exchange folder; its cms.ini is told the port
+  --exchange FOLDER  existing exchange folder; its cms.ini gets the port
   --port N           port to listen on, this machine only (default: a free one)
   --timeout SECONDS  the "Timeout" to write into cms.ini (default: leave it as it is)
   --answer ANSWER    the answer to every message (default: ok)

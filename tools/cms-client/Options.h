@@ -24,7 +24,7 @@ struct Options {
     std::wstring commandLine;
 };
 
-// arguments without the program itself. Throws std::runtime_error when they make no sense.
+// arguments without the program itself. Throws std::runtime_error when they are invalid.
 Options ParseOptions(const std::vector<std::wstring>& arguments);
 
 // The help, on one screen.

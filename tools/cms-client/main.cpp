@@ -77,7 +77,7 @@ int Main(const std::vector<std::wstring>& arguments) {
         Print(Usage);
         return 0;
     } catch (const std::exception& error) {
-        std::fprintf(stderr, "cms-client: %s (--help tells more)\n", error.what());
+        std::fprintf(stderr, "cms-client: %s (see --help)\n", error.what());
         return OwnFailure;
     }
 }

@@ -52,5 +52,59 @@ TEST(TextPublicationName, IsTheSecondNameOrTheProjects) {
     EXPECT_EQ(TextPublicationName(L"", L"P"), L"P");
 }
 
+TEST(DotEntries, AreTheTwoThatEveryFolderLists) {
+    EXPECT_TRUE(IsDotEntry(L"."));
+    EXPECT_TRUE(IsDotEntry(L".."));
+    for (const wchar_t* name : {L"", L"...", L".a", L"..a", L"a.", L"a"})
+        EXPECT_FALSE(IsDotEntry(name)) << name;
+}
+
+TEST(ArchiveName, IsTheEntryAloneInThePackedFolder) {
+    EXPECT_EQ(ArchiveName(nullptr, L"index.html"), L"index.html");
+}
+
+TEST(ArchiveName, JoinsItsPartsByBackslashes) {
+    const std::wstring one = L"documents";
+    const std::wstring two = ArchiveName(&one, L"de");
+    EXPECT_EQ(two, L"documents\\de");
+    EXPECT_EQ(ArchiveName(&two, L"a.xml"), L"documents\\de\\a.xml");
+}
+
+TEST(Win32Result, HasTheFamilyOfWindowsErrorsAndTheLowHalfOfTheError) {
+    const struct {
+        std::uint32_t error, result;
+    } rows[] = {
+        {2, 0x80070002U},      {3, 0x80070003U},       {5, 0x80070005U},
+        {0xFFFF, 0x8007FFFFU}, {0x12345, 0x80072345U}, {0, 0x80070000U},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(static_cast<std::uint32_t>(ResultOfWin32Error(row.error)), row.result);
+}
+
+constexpr std::uint32_t Folder = 0x00000010;
+constexpr std::uint32_t ReparsePoint = 0x00000410;
+
+TEST(FolderLink, FollowsAttributesAndReparseTag) {
+    const struct {
+        const char* what;
+        std::uint32_t attributes;
+        std::uint32_t tag;
+        FolderLink link;
+    } rows[] = {
+        {"plain folder", Folder, 0, FolderLink::None},
+        {"plain folder with what was left in the field", Folder, 0xA000000C, FolderLink::None},
+        {"hidden folder", Folder | 0x2, 0, FolderLink::None},
+        {"symbolic link", ReparsePoint, 0xA000000C, FolderLink::Removable},
+        {"junction", ReparsePoint, 0xA0000003, FolderLink::Removable},
+        {"hidden junction", ReparsePoint | 0x2, 0xA0000003, FolderLink::Removable},
+        {"link of a subsystem", ReparsePoint, 0xA000001D, FolderLink::Removable},
+        {"folder in a cloud", ReparsePoint, 0x9000601A, FolderLink::None},
+        {"folder without duplicates", ReparsePoint, 0x80000013, FolderLink::None},
+        {"link of an unknown type", ReparsePoint, 0, FolderLink::Opaque},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(LinkOf(row.attributes, row.tag), row.link) << row.what;
+}
+
 } // namespace
 } // namespace zt

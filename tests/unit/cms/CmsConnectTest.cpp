@@ -1,6 +1,4 @@
 // Start, end and connection of the message client.
-#include "cms/TcpMessageClient.h"
-
 #include "tests/support/LoopbackPeer.h"
 
 #include <gmock/gmock.h>
@@ -144,7 +142,7 @@ TEST_F(TcpClientStart, IsNotEndedTwice) {
     EXPECT_EQ(g_cleanUps, 1);
 }
 
-TEST_F(TcpClientStart, TellsWhenItsEndFails) {
+TEST_F(TcpClientStart, ReportsThatItsEndFailed) {
     TcpPlatform platform = Platform(RecordStartUp);
     platform.cleanUp = FailCleanUp;
     TcpMessageClient client(platform);
@@ -178,7 +176,7 @@ TEST(TcpClientConnect, TakesANumericAddress) {
     EXPECT_EQ(client.Connect(L"127.0.0.1", peer.Port()), 1);
 }
 
-TEST(TcpClientConnect, TellsAHostWithoutAddress) {
+TEST(TcpClientConnect, ReportsAHostWithoutAddress) {
     TcpMessageClient client;
     EXPECT_EQ(client.Connect(L"no-such-host.invalid", 80), 0);
     EXPECT_EQ(client.GetLastErrorText(), L"Can't resolve host name: no-such-host.invalid");
@@ -186,13 +184,13 @@ TEST(TcpClientConnect, TellsAHostWithoutAddress) {
     EXPECT_EQ(client.GetLastErrorText(), L"Can't send data. No connection");
 }
 
-TEST(TcpClientConnect, TellsAHostNameOutsideTheCodePageInFull) {
+TEST(TcpClientConnect, ReportsAHostNameOutsideTheCodePageInFull) {
     TcpMessageClient client;
     EXPECT_EQ(client.Connect(L"\u65E5\u672C.invalid", 80), 0);
     EXPECT_EQ(client.GetLastErrorText(), L"Can't resolve host name: \u65E5\u672C.invalid");
 }
 
-TEST(TcpClientConnect, TellsAMissingSocket) {
+TEST(TcpClientConnect, ReportsAMissingSocket) {
     TcpPlatform platform;
     platform.createSocket = RefuseSocket;
     TcpMessageClient client(platform);
@@ -202,7 +200,7 @@ TEST(TcpClientConnect, TellsAMissingSocket) {
     EXPECT_EQ(client.GetLastErrorText(), L"Can't send data. No connection");
 }
 
-TEST(TcpClientConnect, TellsTheRefusedPort) {
+TEST(TcpClientConnect, ReportsTheRefusedPort) {
     const Winsock winsock;
     const std::uint16_t port = RefusingPort();
     TcpMessageClient client;
@@ -210,7 +208,7 @@ TEST(TcpClientConnect, TellsTheRefusedPort) {
     EXPECT_EQ(client.GetLastErrorText(), L"Can't connect to port " + std::to_wstring(port));
 }
 
-TEST(TcpClientConnect, TellsAPortAbove32767Unsigned) {
+TEST(TcpClientConnect, ReportsAPortAbove32767Unsigned) {
     TcpPlatform platform;
     platform.control = [](SOCKET, long, u_long*) -> int { return SOCKET_ERROR; };
     TcpMessageClient client(platform);

@@ -1,6 +1,9 @@
 // Receiving of the message client.
-#include "tests/support/CmsExchange.h"
+#include "tests/support/LoopbackPeer.h"
 
+#include <gmock/gmock.h>
+
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -14,6 +17,7 @@ using testing::ElementsAre;
 using testing::Ge;
 using testing::Le;
 
+constexpr const wchar_t* NoConnection = L"Can't send data. No connection";
 constexpr const wchar_t* InvalidResponse = L"Invalid response received from server";
 
 std::vector<int> g_pieces;
@@ -40,6 +44,12 @@ int RecordWait(SOCKET, Milliseconds patience) {
 int FailWait(SOCKET, Milliseconds) {
     WSASetLastError(WSAENETDOWN);
     return SOCKET_ERROR;
+}
+
+ULONGLONG MillisecondsOf(const std::function<void()>& action) {
+    const ULONGLONG begin = GetTickCount64();
+    action();
+    return GetTickCount64() - begin;
 }
 
 // ---- receiving messages ----
@@ -72,22 +82,12 @@ std::string LongAnswer(std::size_t size, const std::string& length) {
 INSTANTIATE_TEST_SUITE_P(
     Cms, TcpClientAnswer,
     testing::Values(
-        Answer{"Ascii", "\x00\x05\x41\x42\x00"s, Received, L"AB"},
-        Answer{"Shortest", "\x00\x04\x41\x00"s, Received, L"A"},
         Answer{"Utf8", "\x00\x0F\xC3\xA4\xE2\x82\xAC\xE6\x97\xA5\xF0\x9F\x98\x80\x00"s, Received,
                L"\u00E4\u20AC\u65E5\U0001F600"},
-        Answer{"EmbeddedZero", "\x00\x07\x41\x00\x42\x43\x00"s, Received, L"A"},
-        Answer{"NoTextButZeros", "\x00\x05\x00\x00\x00"s, Received, L""},
         Answer{"Utf8SequenceCutInTwo", "\x00\x06\x41\xE2\x82\x00"s, Received, L"A\uFFFD"},
         Answer{"NoUtf8", "\x00\x06\x41\xFF\x42\x00"s, Received, L"A\uFFFD\x42"},
         Answer{"Longest", LongAnswer(65535, "\xFF\xFF"), Received, std::wstring(65532, L'x')},
-        Answer{"Nothing", "", ReceiveFailed, L""}, Answer{"OneByte", "\x00"s, ReceiveFailed, L""},
-        Answer{"ThreeBytes", "\x00\x03\x00"s, ReceiveFailed, L""},
-        Answer{"LengthTooSmall", "\x00\x04\x41\x42\x00"s, ReceiveFailed, L""},
-        Answer{"LengthTooLarge", "\x00\x06\x41\x42\x00"s, ReceiveFailed, L""},
         Answer{"NoClosingZero", "\x00\x05\x41\x42\x43"s, ReceiveFailed, L""},
-        Answer{"TwoFrames", "\x00\x04\x41\x00\x00\x04\x41\x00"s, ReceiveFailed, L""},
-        Answer{"OneByteMoreThanTheLengthCounts", LongAnswer(65536, "\xFF\xFF"), ReceiveFailed, L""},
         Answer{"OneByteMoreThanFits", LongAnswer(65537, "\xFF\xFF"), ReceiveFailed, L""},
         // A length that only the lower 16 bits of the count agree with.
         Answer{"SixteenBitsTooLong", LongAnswer(65541, "\x00\x05"s), ReceiveFailed, L""}),
@@ -156,7 +156,7 @@ TEST_P(TcpClientPoll, TakesWhatIsThere) {
 
 INSTANTIATE_TEST_SUITE_P(Cms, TcpClientPoll, testing::Values(0, -1, INT32_MIN));
 
-TEST(TcpClientReceive, Waits60SecondsUntilToldOtherwise) {
+TEST(TcpClientReceive, Waits60SecondsByDefault) {
     g_waits.clear();
     TcpPlatform platform;
     platform.waitUntilReadable = RecordWait;
@@ -170,7 +170,7 @@ TEST(TcpClientReceive, Waits60SecondsUntilToldOtherwise) {
     EXPECT_THAT(g_waits, ElementsAre(Milliseconds(60'000), Milliseconds(2'147'483'647'000)));
 }
 
-TEST(TcpClientReceive, TellsAFailedWait) {
+TEST(TcpClientReceive, ReportsAFailedWait) {
     TcpPlatform platform;
     platform.waitUntilReadable = FailWait;
     Exchange exchange([](Connection&) {}, platform);
@@ -179,7 +179,7 @@ TEST(TcpClientReceive, TellsAFailedWait) {
     EXPECT_EQ(exchange.client.GetLastErrorText(), L"Unknown error. Error code: 10050");
 }
 
-TEST(TcpClientReceive, TellsAFailedRead) {
+TEST(TcpClientReceive, ReportsAFailedRead) {
     TcpPlatform platform;
     platform.receive = FailReceive;
     Exchange exchange([](Connection& connection) { connection.Send("A"); }, platform);
@@ -188,7 +188,7 @@ TEST(TcpClientReceive, TellsAFailedRead) {
     EXPECT_EQ(exchange.client.GetLastErrorText(), L"Error receiving data. Error code: 10053");
 }
 
-TEST(TcpClientReceive, TellsAFailedQuery) {
+TEST(TcpClientReceive, ReportsAFailedQuery) {
     TcpPlatform platform;
     platform.control = FailQuery;
     Exchange exchange([](Connection& connection) { connection.Send("A"); }, platform);
@@ -229,7 +229,7 @@ TEST(TcpClientReceive, DoesNotWaitForTheRestOfAnAnswer) {
     exchange.client.Disconnect();
 }
 
-TEST(TcpClientReceive, GivesUpAPeerThatNeverStopsSending) {
+TEST(TcpClientReceive, AbandonsAPeerThatNeverStopsSending) {
     Exchange exchange([](Connection& connection) {
         while (connection.Send(std::string(100'000, 'x'))) {
         }
@@ -241,7 +241,7 @@ TEST(TcpClientReceive, GivesUpAPeerThatNeverStopsSending) {
     exchange.client.Disconnect();
 }
 
-TEST(TcpClientReceive, GivesUpAPeerThatSendsSingleBytesWithoutEnd) {
+TEST(TcpClientReceive, AbandonsAPeerThatSendsSingleBytesWithoutEnd) {
     Exchange exchange([](Connection& connection) {
         while (connection.Send("x")) {
         }

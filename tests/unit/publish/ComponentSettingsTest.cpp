@@ -1,4 +1,4 @@
-#include "publish/ComponentSettings.h"
+#include "publish/PropBag.h"
 
 #include "tests/support/PublishFixture.h"
 #include "tests/support/RegistryRoots.h"
@@ -85,75 +85,40 @@ TEST_F(ComponentSettings, AreNotSavedByAComponentWithoutTheInterface) {
 
 class ProductSettings : public ComponentSettings {
   protected:
-    void Load(const wchar_t* product) {
-        ComPtr<CStatusDispSite> site = new CStatusDispSite(nullptr);
-        site->Product().SetProduct(product);
-        LoadProductSettings(component.Get(), site.Get(), KeyName);
-    }
-    // Every key of the product that a test may want, or not.
-    void StoreUser(const wchar_t* product) {
-        user.SetText(std::wstring(L"Software\\Morvenit\\") + product + L"\\" + KeyName, L"Quality",
-                     L"user");
-    }
-    void StoreMachine(const wchar_t* product) {
-        machine.SetText(std::wstring(L"Software\\Morvenit\\") + product + L"\\" + KeyName,
-                        L"Quality", L"machine");
+    void Load() { LoadProductSettings(component.Get(), product, KeyName); }
+    void StoreUser() { user.SetText(product.user + L"\\" + KeyName, L"Quality", L"user"); }
+    void StoreMachine() {
+        machine.SetText(product.machine + L"\\" + KeyName, L"Quality", L"machine");
     }
 
+    const SettingsKeys product = {L"Software\\Product\\1.4", L"Software\\Product"};
     RegistryOverride user{HKEY_CURRENT_USER};
     RegistryOverride machine{HKEY_LOCAL_MACHINE};
 };
 
-TEST_F(ProductSettings, ComeFromTheVersionedKeyOfTheUser) {
-    StoreMachine(L"ZeltorManual");
-    StoreUser(L"ZeltorManual\\1.4");
-    Load(L"ZeltorManual");
+TEST_F(ProductSettings, ComeFromTheKeyOfTheUser) {
+    StoreMachine();
+    StoreUser();
+    Load();
     EXPECT_THAT(calls, ElementsAre("Component.Load(\"user\")"));
 }
 
-TEST_F(ProductSettings, HaveTheFirstVersionForTextsAndIllustrations) {
-    for (const wchar_t* product : {L"ZeltorText", L"ZeltorIllustrator"}) {
-        calls.clear();
-        StoreMachine(product);
-        StoreUser((std::wstring(product) + L"\\1.4").c_str());
-        Load(product);
-        EXPECT_THAT(calls, IsEmpty());
-        StoreUser((std::wstring(product) + L"\\1.0").c_str());
-        Load(product);
-        EXPECT_THAT(calls, ElementsAre("Component.Load(\"user\")"));
-    }
-}
-
-TEST_F(ProductSettings, FallBackToTheMachinesUnversionedKey) {
-    StoreMachine(L"ZeltorManual");
-    user.SetText(L"Software\\Morvenit\\ZeltorManual\\1.4", L"Installed", L"yes");
-    Load(L"ZeltorManual");
+TEST_F(ProductSettings, FallBackToTheMachinesKey) {
+    StoreMachine();
+    user.SetText(product.user, L"Installed", L"yes");
+    Load();
     EXPECT_THAT(calls, ElementsAre("Component.Load(\"machine\")"));
 }
 
-TEST_F(ProductSettings, AreNotTakenFromAVersionedKeyOfTheMachine) {
-    StoreMachine(L"ZeltorManual\\1.4");
-    user.SetText(L"Software\\Morvenit\\ZeltorManual\\1.4", L"Installed", L"yes");
-    Load(L"ZeltorManual");
-    EXPECT_THAT(calls, IsEmpty());
-}
-
 TEST_F(ProductSettings, AreNotLoadedWithoutTheUsersKey) {
-    StoreMachine(L"ZeltorManual");
-    Load(L"ZeltorManual");
+    StoreMachine();
+    Load();
     EXPECT_THAT(calls, IsEmpty());
 }
 
 TEST_F(ProductSettings, AreNotLoadedWithoutTheMachinesKey) {
-    StoreUser(L"ZeltorManual\\1.4");
-    Load(L"ZeltorManual");
-    EXPECT_THAT(calls, IsEmpty());
-}
-
-TEST_F(ProductSettings, AreNotLoadedWithoutASite) {
-    StoreMachine(L"ZeltorManual");
-    StoreUser(L"ZeltorManual\\1.4");
-    LoadProductSettings(component.Get(), nullptr, KeyName);
+    StoreUser();
+    Load();
     EXPECT_THAT(calls, IsEmpty());
 }
 

@@ -11,13 +11,10 @@ using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using ::testing::Not;
 
-class ExporterRoute : public PublishTest {
-  protected:
-    ExporterRoute() { SetKind(0); }
-};
+using ExporterRoute = PublishTest;
 
 TEST_F(ExporterRoute, SetsAndExportsInAFixedOrder) {
-    StoreSetting(L"ZeltorCatalog", L"Components\\Exporter", L"high");
+    StoreSetting(L"Components\\Exporter", L"high");
     EXPECT_EQ(Publish(), L"done");
     EXPECT_THAT(calls,
                 ElementsAre("create Exporter", "Exporter.SetSite(object)",
@@ -28,17 +25,14 @@ TEST_F(ExporterRoute, SetsAndExportsInAFixedOrder) {
                             "Exporter.PutDestinationFolder(\"" + PublishedPath() + "\")",
                             "Exporter.PutOptionA(0)", "Exporter.PutOptionB(0)",
                             "Exporter.Export()"));
-    EXPECT_EQ(LogText(), "Project published successfully|");
+    EXPECT_THAT(logged, ElementsAre("log: Project published successfully"));
 }
 
 TEST_F(ExporterRoute, IsTakenForIllustrationsToo) {
-    SetKind(4);
-    app.m_pStatusSite->Product().SetProduct(L"ZeltorIllustrator");
-    StoreSetting(L"ZeltorIllustrator", L"Components\\Exporter", L"low");
+    publication.specificationClass = SpecificationClass::Illus;
     EXPECT_EQ(Publish(), L"done");
-    EXPECT_THAT(calls,
-                AllOf(Contains("Exporter.Export()"), Contains("Exporter.Load(\"low\")"),
-                      Not(Contains("create KV3D")), Not(Contains("create the viewer control"))));
+    EXPECT_THAT(calls, AllOf(Contains("Exporter.Export()"), Not(Contains("create KV3D")),
+                             Not(Contains("create the viewer control"))));
 }
 
 TEST_F(ExporterRoute, AsksForTheExportersOwnInterface) {
@@ -48,7 +42,7 @@ TEST_F(ExporterRoute, AsksForTheExportersOwnInterface) {
 
 TEST_F(ExporterRoute, GivesTheClientSiteAsTheSite) {
     EXPECT_EQ(Publish(), L"done");
-    EXPECT_EQ(exporterSite.site, static_cast<IOleClientSite*>(app.m_pStatusSite.Get()));
+    EXPECT_EQ(exporterSite.site, &site);
 }
 
 TEST_F(ExporterRoute, GivesTheKernelItself) {
@@ -60,13 +54,8 @@ TEST_F(ExporterRoute, GivesTheKernelItself) {
     EXPECT_THAT(calls, Contains("Exporter.PutKernel(object)"));
 }
 
-TEST_F(ExporterRoute, LoadsNoSettingsWithoutStoredOnes) {
-    EXPECT_EQ(Publish(), L"done");
-    EXPECT_THAT(calls, Not(Contains(testing::StartsWith("Exporter.Load"))));
-}
-
 TEST_F(ExporterRoute, DoesWithoutASiteTakerAndASettingsFace) {
-    StoreSetting(L"ZeltorCatalog", L"Components\\Exporter", L"high");
+    StoreSetting(L"Components\\Exporter", L"high");
     exporter.Answer(IID_IObjectWithSite, nullptr);
     exporter.Answer(IID_IPersistPropertyBag, nullptr);
     EXPECT_EQ(Publish(), L"done");
@@ -76,13 +65,13 @@ TEST_F(ExporterRoute, DoesWithoutASiteTakerAndASettingsFace) {
 }
 
 TEST_F(ExporterRoute, HandsAnEmptyAxesModelPathOver) {
-    app.m_bstrAxesModelPath = _bstr_t();
+    publication.axesModelPath = _bstr_t();
     EXPECT_EQ(Publish(), L"done");
     EXPECT_THAT(calls, Contains("Exporter.PutAxesModelPath(null)"));
 }
 
 TEST_F(ExporterRoute, HandsTheAxesPositionOverUnchanged) {
-    app.m_axesPosition = 0xFFFF0055;
+    publication.axesPosition = 0xFFFF0055;
     EXPECT_EQ(Publish(), L"done");
     EXPECT_THAT(calls, Contains("Exporter.PutAxesPosition(-65451)"));
 }
@@ -97,7 +86,7 @@ TEST_F(ExporterRoute, FailsWithoutAnExporter) {
     exporterClass.reset();
     EXPECT_EQ(Publish(), L"text: Couldn't load IPC Exporter");
     EXPECT_THAT(calls, IsEmpty());
-    EXPECT_EQ(LogText(), "");
+    EXPECT_THAT(logged, testing::IsEmpty());
 }
 
 TEST_F(ExporterRoute, FailsWhereTheExporterCannotBeCreated) {
@@ -118,7 +107,7 @@ TEST_F(ExporterRoute, QuotesTheErrorDescriptionOfAFailingExport) {
         return E_FAIL;
     });
     EXPECT_EQ(Publish(), L"string: ERROR publishing project: disk full");
-    EXPECT_EQ(LogText(), "");
+    EXPECT_THAT(logged, testing::IsEmpty());
 }
 
 TEST_F(ExporterRoute, EndsItsFailureWithABlankWithoutADescription) {

@@ -1,6 +1,6 @@
 // The publication as a whole: where it goes and how it becomes a package.
 #include "components/ComponentIds.h"
-#include "publish/Destination.h"
+#include "publish/Package.h"
 #include "tests/support/PublishFixture.h"
 
 #include <gmock/gmock.h>
@@ -49,8 +49,7 @@ bool Exists(const std::wstring& path) {
 class Package : public PublishTest {
   protected:
     Package() {
-        SetKind(0);
-        app.m_bPackage = true;
+        publication.isPackage = true;
         std::filesystem::create_directory(folder.Path(L"temp"));
         // The exporter publishes two files.
         exporter.On<Exporter::PutDestinationFolder>([this](BSTR given) {
@@ -98,7 +97,8 @@ TEST_F(Package, IsCreatedFilledAndClosedAfterThePublication) {
                                               EndsWith("\\sub\\a.txt\", \"sub\\a.txt\", -1)")));
     EXPECT_EQ(made[4], "ArchiveComponent.Close()");
     EXPECT_THAT(archiveClass->Asked(), ElementsAre(IID_Archive));
-    EXPECT_EQ(LogText(), "Project published successfully|KVB file created sucessfully|");
+    EXPECT_THAT(logged, ElementsAre("log: Project published successfully",
+                                    "log: KVB file created sucessfully"));
 }
 
 TEST_F(Package, IsCreatedWhenTheExporterIsGone) {
@@ -123,7 +123,7 @@ TEST_F(Package, IsNotMadeWithoutAnArchiveComponent) {
     archiveClass.reset();
     EXPECT_EQ(Publish(), L"text: Can't create KVZip");
     EXPECT_TRUE(Exists(destination + L"\\index.html"));
-    EXPECT_EQ(LogText(), "Project published successfully|");
+    EXPECT_THAT(logged, ElementsAre("log: Project published successfully"));
 }
 
 TEST_F(Package, IsNotMadeWhereTheComponentCannotBeCreated) {
@@ -146,7 +146,7 @@ TEST_F(Package, IsClosedAndTheFolderDeletedThoughAFileCannotBeAdded) {
     EXPECT_EQ(ArchiveCalls().size(), 4U);
     EXPECT_EQ(calls.back(), "ArchiveComponent.Close()");
     EXPECT_FALSE(Exists(destination));
-    EXPECT_EQ(LogText(), "Project published successfully|");
+    EXPECT_THAT(logged, ElementsAre("log: Project published successfully"));
 }
 
 TEST_F(Package, FailsWhereNothingWasPublished) {
@@ -170,8 +170,8 @@ TEST_F(Package, IsNotBegunAfterAFailedPublication) {
 }
 
 TEST_F(Package, IsMadeByEveryRoute) {
-    for (const std::int32_t kind : {1, 3}) {
-        SetKind(kind);
+    for (const auto value : {SpecificationClass::Proc, SpecificationClass::Text}) {
+        publication.specificationClass = value;
         component.Answer(IID_3DCommandTarget, nullptr);
         component.On<Component3D::PublishView>([](BSTR given, auto...) {
             std::filesystem::create_directory(given);
@@ -182,7 +182,7 @@ TEST_F(Package, IsMadeByEveryRoute) {
             return S_OK;
         });
         calls.clear();
-        EXPECT_EQ(Publish(), L"done") << kind;
+        EXPECT_EQ(Publish(), L"done") << FactsOf(value).word;
         EXPECT_THAT(ArchiveCalls(),
                     ElementsAre("create Archive",
                                 "ArchiveComponent.Create(\"" + PackagePath() + "\", 2)",
@@ -191,7 +191,7 @@ TEST_F(Package, IsMadeByEveryRoute) {
 }
 
 TEST_F(Package, IsNotWantedWithoutTheRequest) {
-    app.m_bPackage = false;
+    publication.isPackage = false;
     EXPECT_EQ(Publish(), L"done");
     EXPECT_EQ(destination, folder.Path(L"Pump"));
     EXPECT_TRUE(Exists(destination + L"\\index.html"));

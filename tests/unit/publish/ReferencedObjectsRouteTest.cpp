@@ -1,4 +1,4 @@
-// How the viewer route tells the 3D component of what the project's nodes refer to.
+// How the viewer route announces to the 3D component what the project's nodes refer to.
 #include "tests/support/NodeTreeModel.h"
 #include "tests/support/PublishFixture.h"
 
@@ -17,7 +17,7 @@ using ::testing::Not;
 class AnnouncedObjects : public PublishTest {
   protected:
     AnnouncedObjects() {
-        SetKind(1);
+        publication.specificationClass = SpecificationClass::Proc;
         NodeCount::Reset();
         component.Answer(IID_3DCommandTarget, target.Get());
         target.On<CommandTarget3D::Execute>(
@@ -86,7 +86,7 @@ class AnnouncedObjects : public PublishTest {
 };
 
 TEST_F(AnnouncedObjects, AreAnnouncedBetweenSettingsAndPublication) {
-    app.m_bstrAxesModelPath = _bstr_t();
+    publication.axesModelPath = _bstr_t();
     EXPECT_EQ(Publish(), L"done");
     const CallList wanted = {"KV3D.PutSpecificationFileName(\"C:\\data\\Pumps.cfg\")",
                              "Commands.Execute(0)",

@@ -15,9 +15,7 @@ using ::testing::StartsWith;
 class ViewerRoute : public PublishTest {
   protected:
     ViewerRoute() {
-        SetKind(1);
-        app.m_pStatusSite->Product().SetProduct(L"ZeltorManual");
-        machine.SetText(L"Software\\Morvenit", L"ZeltorDataFolder", L"C:\\common");
+        publication.specificationClass = SpecificationClass::Proc;
         component.Answer(IID_3DCommandTarget, nullptr);
     }
     std::string PublishCall(const std::string& first, const std::string& second) const {
@@ -34,7 +32,7 @@ class ViewerRoute : public PublishTest {
 };
 
 TEST_F(ViewerRoute, SetsAndPublishesInAFixedOrder) {
-    StoreSetting(L"ZeltorManual", L"Components\\KV3D", L"high");
+    StoreSetting(L"Components\\KV3D", L"high");
     GiveNames(L"One", L"Two");
     EXPECT_EQ(Publish(), L"done");
     EXPECT_THAT(calls,
@@ -48,29 +46,15 @@ TEST_F(ViewerRoute, SetsAndPublishesInAFixedOrder) {
                             "KV3D.PutOptionC(0)", "ExportHandler.GetFirstName(object)",
                             "ExportHandler.GetSecondName(object)", PublishCall("One", "Two"),
                             "KV3D.PutViewer(null)"));
-    EXPECT_EQ(LogText(), "Project published successfully|");
+    EXPECT_THAT(logged, ElementsAre("log: Project published successfully"));
 }
 
-TEST_F(ViewerRoute, IsTakenForEveryOtherKind) {
-    for (const std::int32_t kind : {1, 2}) {
-        SetKind(kind);
-        calls.clear();
-        EXPECT_EQ(Publish(), L"done") << kind;
-        EXPECT_THAT(calls, AllOf(Contains("create the viewer control"),
-                                 Contains(PublishCall("Pump", "Pump"))))
-            << kind;
-    }
-}
-
-TEST_F(ViewerRoute, LearnsForKindTwoOnly) {
-    for (const std::int32_t kind : {1, 2}) {
-        SetKind(kind);
-        calls.clear();
-        EXPECT_EQ(Publish(), L"done");
-        EXPECT_THAT(calls,
-                    Contains(kind == 2 ? "KV3D.PutLearningMode(-1)" : "KV3D.PutLearningMode(0)"))
-            << kind;
-    }
+TEST_F(ViewerRoute, IsTakenForTrainingTooWhichIsPublishedForLearning) {
+    publication.specificationClass = SpecificationClass::Trng;
+    EXPECT_EQ(Publish(), L"done");
+    EXPECT_THAT(calls,
+                AllOf(Contains("create the viewer control"), Contains("KV3D.PutLearningMode(-1)"),
+                      Contains(PublishCall("Pump", "Pump"))));
 }
 
 TEST_F(ViewerRoute, GivesKernelAndViewerThemselves) {
@@ -114,36 +98,22 @@ TEST_F(ViewerRoute, UsesAViewerThatRefusesToValidateNodes) {
 
 TEST_F(ViewerRoute, SkipsTheAxesFolderWithoutAnAxesModel) {
     for (const _bstr_t& none : {_bstr_t(), _bstr_t(L"")}) {
-        app.m_bstrAxesModelPath = none;
+        publication.axesModelPath = none;
         calls.clear();
         EXPECT_EQ(Publish(), L"done");
         EXPECT_THAT(CallsBeginningWith("KV3D.PutAxesFolder"), IsEmpty());
     }
 }
 
-TEST_F(ViewerRoute, StartsTheAxesFolderAtTheRootWithAnEmptyDataFolder) {
-    machine.SetText(L"Software\\Morvenit", L"ZeltorDataFolder", L"");
-    EXPECT_EQ(Publish(), L"done");
-    EXPECT_THAT(calls, Contains("KV3D.PutAxesFolder(\"\\KVProductFamily\\Axes\\axes1.wrl\")"));
-}
-
 // ---- names ----
 
 TEST_F(ViewerRoute, FallsBackFromTheSecondNameToTheFirstToTheProject) {
-    const struct {
-        const wchar_t *first, *second;
-        const char *usedFirst, *usedSecond;
-    } rows[] = {
-        {L"One", L"Two", "One", "Two"},  {L"One", L"", "One", "One"},
-        {L"One", nullptr, "One", "One"}, {L"", L"Two", "Pump", "Two"},
-        {L"", L"", "Pump", "Pump"},      {nullptr, nullptr, "Pump", "Pump"},
-    };
-    for (const auto& row : rows) {
-        GiveNames(row.first, row.second);
-        calls.clear();
-        EXPECT_EQ(Publish(), L"done");
-        EXPECT_THAT(calls, Contains(PublishCall(row.usedFirst, row.usedSecond)));
-    }
+    GiveNames(L"One", nullptr);
+    EXPECT_EQ(Publish(), L"done");
+    EXPECT_THAT(calls, Contains(PublishCall("One", "One")));
+    GiveNames(nullptr, L"");
+    EXPECT_EQ(Publish(), L"done");
+    EXPECT_THAT(calls, Contains(PublishCall("Pump", "Pump")));
 }
 
 TEST_F(ViewerRoute, GoesByTheProjectsNameWithoutAHandler) {
@@ -246,7 +216,7 @@ TEST_F(ViewerRoute, QuotesTheErrorDescriptionOfAFailingPublication) {
         return E_FAIL;
     });
     EXPECT_EQ(Publish(), L"string: Error publishing project:\ndisk full");
-    EXPECT_EQ(LogText(), "");
+    EXPECT_THAT(logged, testing::IsEmpty());
 }
 
 TEST_F(ViewerRoute, FailsWithTheBareTextWithoutADescription) {

@@ -1,4 +1,4 @@
-// What the stand-in for the content-management client understands and tells.
+// What the stand-in for the content-management client understands and prints.
 #include "tools/cms-client/Answer.h"
 #include "tools/cms-client/Message.h"
 #include "tools/cms-client/Options.h"
@@ -120,7 +120,7 @@ TEST(ClientToolScript, HasOneAnswerALine) {
     EXPECT_EQ(answers[2].name, "close");
 }
 
-TEST(ClientToolScript, TellsTheLineOfAMistake) {
+TEST(ClientToolScript, ReportsTheLineOfAMistake) {
     EXPECT_EQ(FailureOf([] { ParseScript("ok\n# comment\nfine\n"); }),
               "line 3: no such answer: \"fine\"");
 }
@@ -159,7 +159,7 @@ TEST(ClientToolMessage, OfAnotherKindIsNoVerdict) {
 
 // ---- command line ----
 
-TEST(ClientToolOptions, AnswerOkOnAFreePortUntilToldOtherwise) {
+TEST(ClientToolOptions, AnswerOkOnAFreePortByDefault) {
     const Options options = ParseOptions({L"--exchange", L"C:\\ex"});
     EXPECT_EQ(options.exchangeFolder, L"C:\\ex");
     EXPECT_EQ(options.port, 0);
@@ -193,7 +193,7 @@ TEST(ClientToolOptions, GiveAllBehindRunToTheProgram) {
     EXPECT_EQ(options.port, 0);
 }
 
-TEST(ClientToolOptions, AreRefusedWhenTheyMakeNoSense) {
+TEST(ClientToolOptions, AreRefusedWhenInvalid) {
     const auto failure = [](const std::vector<std::wstring>& arguments) {
         return FailureOf([&] { ParseOptions(arguments); });
     };
@@ -210,7 +210,7 @@ TEST(ClientToolOptions, AreRefusedWhenTheyMakeNoSense) {
               "--answer and --script exclude each other");
 }
 
-TEST(ClientToolOptions, AskForHelpWithoutAnythingElse) {
+TEST(ClientToolOptions, RequestHelpWithoutAnythingElse) {
     EXPECT_TRUE(ParseOptions({L"--help"}).wantsHelp);
     EXPECT_TRUE(ParseOptions({L"/?"}).wantsHelp);
 }
