@@ -34,7 +34,7 @@ if(WIN32)
 endif()
 
 # Ends the process at the first undefined operation; Windows targets have no runtime that reports it.
-set(zt_traps -D_GLIBCXX_ASSERTIONS -fsanitize=undefined -fsanitize-undefined-trap-on-error)
+set(zt_traps -fsanitize=undefined -fsanitize-undefined-trap-on-error)
 # The compiler takes the paths behind its own traps for real ones; warnings of this kind are errors in
 # the program as it is shipped.
 foreach(kind array-bounds maybe-uninitialized nonnull null-dereference stringop-overflow
@@ -42,12 +42,12 @@ foreach(kind array-bounds maybe-uninitialized nonnull null-dereference stringop-
   list(APPEND zt_traps -Wno-error=${kind})
 endforeach()
 
-# zt_compile_checked(target ...): what only tests and the sample use is always compiled with checks,
-# and alike in every preset, so that a compiler cache has it for all of them.
+# zt_compile_checked(target ...): what only tests and the sample use is always compiled with the
+# standard library's assertions, and alike in every preset, so that a compiler cache has it for all.
 function(zt_compile_checked)
   if(WIN32)
     foreach(target IN LISTS ARGN)
-      target_compile_options(${target} PRIVATE -O1 ${zt_traps})
+      target_compile_options(${target} PRIVATE -O1 -D_GLIBCXX_ASSERTIONS)
     endforeach()
   endif()
 endfunction()
@@ -62,6 +62,9 @@ function(zt_compile_program)
       target_link_options(${target} INTERFACE --coverage)
     elseif(ZT_SANITIZE)
       zt_compile_checked(${target})
+      if(WIN32)
+        target_compile_options(${target} PRIVATE ${zt_traps})
+      endif()
     elseif(WIN32)
       target_compile_options(${target} PRIVATE -O2 -g1 -ffunction-sections -fdata-sections)
     endif()
