@@ -44,10 +44,11 @@ endforeach()
 
 # zt_compile_checked(target ...): what only tests and the sample use is always compiled with the
 # standard library's assertions, and alike in every preset, so that a compiler cache has it for all.
+# Not optimised: it compiles in half the time.
 function(zt_compile_checked)
   if(WIN32)
     foreach(target IN LISTS ARGN)
-      target_compile_options(${target} PRIVATE -O1 -D_GLIBCXX_ASSERTIONS)
+      target_compile_options(${target} PRIVATE -O0 -D_GLIBCXX_ASSERTIONS)
     endforeach()
   endif()
 endfunction()
@@ -61,9 +62,8 @@ function(zt_compile_program)
       target_compile_options(${target} PRIVATE --coverage -O0)
       target_link_options(${target} INTERFACE --coverage)
     elseif(ZT_SANITIZE)
-      zt_compile_checked(${target})
       if(WIN32)
-        target_compile_options(${target} PRIVATE ${zt_traps})
+        target_compile_options(${target} PRIVATE -O1 -D_GLIBCXX_ASSERTIONS ${zt_traps})
       endif()
     elseif(WIN32)
       target_compile_options(${target} PRIVATE -O2 -g1 -ffunction-sections -fdata-sections)
