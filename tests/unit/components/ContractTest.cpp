@@ -9,6 +9,8 @@
 
 #include <array>
 #include <cstdint>
+#include <functional>
+#include <string>
 #include <utility>
 
 namespace zt::test {
@@ -181,18 +183,14 @@ TEST(Contract, NamesTheClassesThatAreCreatedByName) {
 
 // ---- early-bound ----
 
-// An object that knows nothing of the contracts and notes which of its methods was called with
-// what. Arguments that a caller did not pass are whatever stood there.
-class RawObject {
-  public:
+// The first arguments as the platform's calling convention passes them; those that a caller did not
+// pass are whatever stood there.
+using RawArguments = std::array<std::uintptr_t, 6>;
+
+// An object that knows nothing of the contracts and notes which of its methods was called.
+struct RawObject {
     static constexpr HRESULT Answer = 0x00045678;
 
-    IUnknown* Get() { return reinterpret_cast<IUnknown*>(&m_functions); }
-
-    std::size_t index = 0;
-    std::array<std::uintptr_t, 6> arguments = {};
-
-  private:
     template <std::size_t Index>
     static HRESULT STDMETHODCALLTYPE Method(void* object, std::uintptr_t first,
                                             std::uintptr_t second, std::uintptr_t third,
@@ -200,7 +198,7 @@ class RawObject {
                                             std::uintptr_t sixth) {
         auto& self = *static_cast<RawObject*>(object);
         self.index = Index;
-        self.arguments = {first, second, third, fourth, fifth, sixth};
+        self.inspect({first, second, third, fourth, fifth, sixth});
         return Answer;
     }
     template <std::size_t... Index>
@@ -208,19 +206,21 @@ class RawObject {
         static void* const functions[] = {reinterpret_cast<void*>(&Method<Index>)...};
         return functions;
     }
+    IUnknown* Get() { return reinterpret_cast<IUnknown*>(this); }
 
-    // First member: a caller's pointer to the object points here.
-    void* const* m_functions = Functions(std::make_index_sequence<128>());
+    // First member: what a caller's pointer to an object points to.
+    void* const* functions = Functions(std::make_index_sequence<128>());
+    std::size_t index = 0;
+    std::function<void(const RawArguments&)> inspect = [](const RawArguments&) {};
 };
-static_assert(offsetof(RawObject, index) == sizeof(void*));
 
 TEST(EarlyBound, CallsTheMethodOfItsIndexAndReturnsItsResult) {
     RawObject object;
     EXPECT_EQ((EarlyBound<3>::Call(object.Get())), RawObject::Answer);
     EXPECT_EQ(object.index, 3u);
+    object.inspect = [](const RawArguments& raw) { EXPECT_EQ(static_cast<LONG>(raw[0]), -1); };
     EXPECT_EQ((EarlyBound<97, LONG>::Call(object.Get(), -1)), RawObject::Answer);
     EXPECT_EQ(object.index, 97u);
-    EXPECT_EQ(static_cast<LONG>(object.arguments[0]), -1);
 }
 
 TEST(EarlyBound, PassesEachArgumentInItsPlace) {
@@ -229,15 +229,19 @@ TEST(EarlyBound, PassesEachArgumentInItsPlace) {
     const _bstr_t text(L"sample");
     const _variant_t number(4711L);
     BSTR place = nullptr;
-    VARIANT seen = {};
+    object.inspect = [&](const RawArguments& raw) {
+        EXPECT_EQ(raw[0], reinterpret_cast<std::uintptr_t>(text.copy(false)));
+        // A VARIANT is passed by a pointer to the callee's own copy.
+        const VARIANT& copy = *reinterpret_cast<const VARIANT*>(raw[1]);
+        EXPECT_EQ(copy.vt, VT_I4);
+        EXPECT_EQ(copy.lVal, 4711);
+        EXPECT_EQ(static_cast<VARIANT_BOOL>(raw[2]), VARIANT_TRUE);
+        EXPECT_EQ(raw[3], reinterpret_cast<std::uintptr_t>(&place));
+        EXPECT_EQ(static_cast<LONG>(raw[4]), 7);
+        EXPECT_EQ(raw[5], reinterpret_cast<std::uintptr_t>(&number));
+    };
     Method::Call(object.Get(), text.copy(false), number, VARIANT_TRUE, &place, 7, &number);
-    // A VARIANT is passed by a pointer to the callee's own copy.
-    EXPECT_NE(object.arguments[1], reinterpret_cast<std::uintptr_t>(&number));
-    EXPECT_EQ(object.arguments[0], reinterpret_cast<std::uintptr_t>(text.copy(false)));
-    EXPECT_EQ(static_cast<VARIANT_BOOL>(object.arguments[2]), VARIANT_TRUE);
-    EXPECT_EQ(object.arguments[3], reinterpret_cast<std::uintptr_t>(&place));
-    EXPECT_EQ(static_cast<LONG>(object.arguments[4]), 7);
-    EXPECT_EQ(object.arguments[5], reinterpret_cast<std::uintptr_t>(&number));
+    EXPECT_EQ(object.index, 79u);
 }
 
 template <typename Operation, typename... Arguments>
