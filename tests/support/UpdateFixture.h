@@ -2,6 +2,8 @@
 // that was changed and not saved.
 #pragma once
 
+#include "framework/Exceptions.h"
+#include "framework/WinApp.h"
 #include "support/ComPtr.h"
 #include "project/UpdateProjectDocument.h"
 #include "tests/support/FakeDispatch.h"

@@ -1,7 +1,6 @@
 #include "config/XmlDocument.h"
 
 #include "support/Text.h"
-#include "config/MessageWait.h"
 #include "tests/support/Fixtures.h"
 #include "tests/support/Isolation.h"
 
