@@ -23,7 +23,8 @@ inline ComPtr<IDispatch> Take(Object, _variant_t value) {
     return Adopt(value.vt == VT_DISPATCH ? value.Detach().pdispVal : nullptr);
 }
 inline _variant_t Take(Value, _variant_t value) {
-    return value;
+    // Attached, not copied: the value may hold an array that the component has locked.
+    return _variant_t(value.GetVARIANT(), false);
 }
 inline void Take(Nothing, _variant_t) {}
 

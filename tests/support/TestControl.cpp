@@ -34,7 +34,8 @@ class TestControl final : public IOleObject,
 
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override {
         *object = nullptr;
-        if (iid == IID_IOleObject && m_traits.givesNullAsOleObject)
+        if ((iid == IID_IOleObject && m_traits.givesNullAsOleObject) ||
+            (iid == IID_IPersistStreamInit && m_traits.givesNullAsStreamInit))
             return S_OK;
         if (iid == IID_IUnknown || (iid == IID_IOleObject && m_traits.isOleObject))
             *object = static_cast<IOleObject*>(this);

@@ -28,6 +28,7 @@ struct ControlTraits {
     Activation activation = Activation::Windowed;
     bool isOleObject = true;
     bool givesNullAsOleObject = false;
+    bool givesNullAsStreamInit = false;
     bool isRunnable = false;
     bool hasStreamInit = false;
     bool hasStorage = false;

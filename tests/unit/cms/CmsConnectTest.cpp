@@ -346,4 +346,10 @@ TEST(SharedTcpClient, IsMadeOnceWhenManyThreadsAskFirst) {
         EXPECT_EQ(client, &SharedTcpMessageClient());
 }
 
+TEST(TcpClientConnect, DoesNotReachAnotherAddressOfTheMachine) {
+    LoopbackPeer peer([](Connection&) {});
+    TcpMessageClient client;
+    EXPECT_EQ(client.Connect(L"127.0.0.2", peer.Port()), 0);
+}
+
 } // namespace

@@ -59,4 +59,51 @@ TEST(OrEmpty, NeverGivesNull) {
 }
 
 } // namespace
+// Counts the blocks of the platform's allocator that live.
+class BlockCounter final : public IMallocSpy {
+  public:
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID, void** object) override {
+        *object = this;
+        return S_OK;
+    }
+    ULONG STDMETHODCALLTYPE AddRef() override { return 2; }
+    ULONG STDMETHODCALLTYPE Release() override { return 1; }
+    SIZE_T STDMETHODCALLTYPE PreAlloc(SIZE_T size) override { return size; }
+    void* STDMETHODCALLTYPE PostAlloc(void* block) override {
+        ++living;
+        return block;
+    }
+    void* STDMETHODCALLTYPE PreFree(void* block, BOOL) override {
+        living -= block != nullptr ? 1 : 0;
+        return block;
+    }
+    void STDMETHODCALLTYPE PostFree(BOOL) override {}
+    SIZE_T STDMETHODCALLTYPE PreRealloc(void* block, SIZE_T size, void** given, BOOL) override {
+        *given = block;
+        return size;
+    }
+    void* STDMETHODCALLTYPE PostRealloc(void* block, BOOL) override { return block; }
+    void* STDMETHODCALLTYPE PreGetSize(void* block, BOOL) override { return block; }
+    SIZE_T STDMETHODCALLTYPE PostGetSize(SIZE_T size, BOOL) override { return size; }
+    void* STDMETHODCALLTYPE PreDidAlloc(void* block, BOOL) override { return block; }
+    int STDMETHODCALLTYPE PostDidAlloc(void*, BOOL, int actual) override { return actual; }
+    void STDMETHODCALLTYPE PreHeapMinimize() override {}
+    void STDMETHODCALLTYPE PostHeapMinimize() override {}
+
+    int living = 0;
+};
+
+TEST(MadeText, IsFreedWithItsOwner) {
+    // The platform keeps freed texts for a while unless told not to.
+    const auto noCache = reinterpret_cast<void(WINAPI*)()>(
+        reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"oleaut32.dll"), "SetOaNoCache")));
+    ASSERT_NE(noCache, nullptr);
+    noCache();
+    static BlockCounter blocks;
+    ASSERT_EQ(CoRegisterMallocSpy(&blocks), S_OK);
+    { const _bstr_t text = MakeText(std::wstring_view(L"Pump")); }
+    CoRevokeMallocSpy();
+    EXPECT_EQ(blocks.living, 0);
+}
+
 } // namespace zt::test

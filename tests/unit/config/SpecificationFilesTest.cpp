@@ -117,5 +117,21 @@ TEST_F(SelfRegistration, FailsForWhatIsNoLibrary) {
         EXPECT_FALSE(SelfRegisterLibrary(path.c_str())) << testing::PrintToString(path);
 }
 
+TEST(ConfigurationElement, TakesThePlaceOfTheElementBefore) {
+    const TemporaryFolder folder;
+    WriteFile(folder.Path(L"old.xml"), "<configuration>old</configuration>");
+    WriteFile(folder.Path(L"new.xml"), "<other/>");
+    XmlDocument old;
+    XmlDocument document;
+    XmlElement element;
+    ASSERT_EQ(old.Create(), S_OK);
+    ASSERT_TRUE(old.Load(folder.Path(L"old.xml").c_str()));
+    ASSERT_EQ(SelectConfigurationElement(L"", old, element), S_OK);
+    ASSERT_EQ(document.Create(), S_OK);
+    ASSERT_TRUE(document.Load(folder.Path(L"new.xml").c_str()));
+    EXPECT_EQ(SelectConfigurationElement(L"", document, element), E_FAIL);
+    EXPECT_FALSE(element);
+}
+
 } // namespace
 } // namespace zt::test

@@ -98,6 +98,17 @@ TEST(MessageWait, PumpsTheMessagesOfItsThread) {
     EXPECT_TRUE(WaitWithMessages([] { return called; }, 10'000));
 }
 
+TEST(MessageWait, LooksAgainOnlyAfterAWhile) {
+    int looks = 0;
+    EXPECT_FALSE(WaitWithMessages(
+        [&looks] {
+            ++looks;
+            return false;
+        },
+        100));
+    EXPECT_LE(looks, 20);
+}
+
 TEST(MessageWait, LeavesTheEndOfTheThreadToOthers) {
     PostQuitMessage(7);
     EXPECT_FALSE(WaitWithMessages([] { return false; }, 30));

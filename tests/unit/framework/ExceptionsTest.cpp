@@ -101,6 +101,18 @@ TEST_F(ErrorMessage, IsCutToTheBuffer) {
     EXPECT_EQ(buffer[1024], L'!');
 }
 
+TEST(OleDispatchException, HasTheCodeOfAComponentsErrorWithoutACodeOfItsOwn) {
+    ExceptionInfo info;
+    SCODE code = S_OK;
+    try {
+        AfxThrowOleDispatchException(info);
+    } catch (COleException* exception) {
+        code = exception->m_sc;
+        exception->Delete();
+    }
+    EXPECT_EQ(code, DISP_E_EXCEPTION);
+}
+
 TEST_F(ErrorMessage, FillsABufferOfItsOwnSize) {
     wchar_t buffer[1026] = {};
     EXPECT_TRUE(m_exception->GetErrorMessage(buffer, std::size(buffer)));

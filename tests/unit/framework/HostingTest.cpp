@@ -69,6 +69,15 @@ TEST_F(Hosting, InitialisesThroughAStorageThatKeepsWhatIsWritten) {
                                      "SetExtent", "Activate"));
 }
 
+TEST_F(Hosting, InitialisesThroughAStorageWhereTheStreamIsNone) {
+    ControlTraits traits;
+    traits.givesNullAsStreamInit = true;
+    traits.hasStorage = true;
+    ASSERT_TRUE(Create(traits));
+    EXPECT_THAT(Calls(), ElementsAre("GetMiscStatus", "InitNew in a storage", "SetClientSite",
+                                     "SetExtent", "Activate"));
+}
+
 TEST_F(Hosting, PrefersTheStreamWhereAControlHasBoth) {
     ControlTraits traits;
     traits.hasStreamInit = true;

@@ -85,6 +85,9 @@ TEST_F(SiteAnswers, KnowAmbientPropertiesByIdentifierOnly) {
     EXPECT_EQ(ids[0], DISPID_UNKNOWN);
     EXPECT_EQ(ids[1], DISPID_UNKNOWN);
     EXPECT_EQ(m_site->GetIDsOfNames(IID_NULL, names, 2, 0, nullptr), DISP_E_UNKNOWNNAME);
+    DISPID oneOfTwo[] = {4711, 4711};
+    EXPECT_EQ(m_site->GetIDsOfNames(IID_NULL, names, 1, 0, oneOfTwo), DISP_E_UNKNOWNNAME);
+    EXPECT_EQ(oneOfTwo[1], 4711);
 }
 
 TEST_F(SiteAnswers, RefuseACallWithoutPlaceForTheAnswer) {
