@@ -18,10 +18,7 @@ using testing::IsEmpty;
 
 class ConfigurationFile : public testing::Test {
   protected:
-    ConfigurationFile() {
-        m_kernel.Return<KernelAdmin::SetProjectsLocation>(S_OK);
-        m_publicationLocation = L"before";
-    }
+    ConfigurationFile() { m_kernel.Return<KernelAdmin::SetProjectsLocation>(S_OK); }
     HRESULT LoadBytes(std::string_view bytes) {
         m_calls.clear();
         WriteFile(m_path, bytes);
@@ -39,7 +36,7 @@ class ConfigurationFile : public testing::Test {
 
     CallList m_calls;
     FakeObject<KernelAdmin> m_kernel{m_calls};
-    _bstr_t m_publicationLocation;
+    _bstr_t m_publicationLocation{L"before"};
     TemporaryFolder m_folder;
     const std::wstring m_path = m_folder.Path(L"site.cfg");
 };
